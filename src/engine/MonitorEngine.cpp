@@ -1,0 +1,139 @@
+#include "engine/MonitorEngine.h"
+
+#include "base/Text.h"
+#include "platform/MainLoop.h"
+#include "platform/Workspace.h"
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <system_error>
+
+namespace quillbrook {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// Makes the file whole or not at all.
+void writeAtomically(const fs::path& path, const std::string& text)
+{
+    fs::path draft = path;
+    draft += ".new";
+    bool isWritten = false;
+    {
+        std::ofstream stream(draft, std::ios::binary | std::ios::trunc);
+        stream << text;
+        stream.close();
+        isWritten = stream.good();
+    }
+    std::error_code failure;
+    if (isWritten) {
+        fs::rename(draft, path, failure);
+    }
+    if (!isWritten || failure) {
+        fs::remove(draft, failure);
+    }
+}
+
+} // namespace
+
+void MonitorEngine::start()
+{
+    if (isRunning) {
+        return;
+    }
+    isRunning = true;
+    attention.begin();
+    if (!checkSingleInstance()) {
+        log.log("⚠️ MonitorEngine 已在运行中，退出启动");
+        isRunning = false;
+        return;
+    }
+
+    std::error_code ignored;
+    fs::create_directories(files.logPath().parent_path(), ignored);
+    log.openFile(files.logPath());
+    log.log("🚀 引擎启动");
+
+    if (!store.dbOpen(files.dbPath())) {
+        log.log("❌ 无法打开数据库，监控引擎启动失败");
+        isRunning = false;
+        return;
+    }
+    store.dbCreateTables();
+    store.dbRepair();
+
+    registerObservers();
+    scheduleTimers();
+    log.log("✅ 就绪");
+}
+
+void MonitorEngine::stop()
+{
+    if (!isRunning) {
+        return;
+    }
+    isRunning = false;
+    log.log("🛑 监控引擎停止中...");
+    store.closeCurrentSession();
+    store.closeIdlePeriodsAtExit();
+    removePidFile();
+    store.dbClose();
+    log.closeFile();
+    log.log("✅ 监控引擎已停止"); // standard output only, as the file is closed
+}
+
+bool MonitorEngine::checkSingleInstance()
+{
+    const int instances = platform.workspace.runningApplicationCount("cn.tarnlow.quillbrook");
+    if (instances >= 2) {
+        log.log(
+            filled("⚠️ Quillbrook 已有 {} 个实例在运行", {std::to_string(instances)}));
+        return false;
+    }
+    writeAtomically(files.pidPath(), std::to_string(platform.workspace.processIdentifier()));
+    return true;
+}
+
+void MonitorEngine::removePidFile()
+{
+    std::error_code ignored;
+    fs::remove(files.pidPath(), ignored);
+}
+
+void MonitorEngine::registerObservers()
+{
+    Workspace& workspace = platform.workspace;
+    workspace.addObserver(WorkspaceNotification::screensDidSleep,
+        whileAlive([](MonitorEngine& engine) { engine.attention.screensDidSleep(); }));
+    workspace.addObserver(WorkspaceNotification::screensDidWake,
+        whileAlive([](MonitorEngine& engine) { engine.attention.screensDidWake(); }));
+    workspace.addObserver(WorkspaceNotification::willSleep,
+        whileAlive([](MonitorEngine& engine) { engine.attention.systemWillSleep(); }));
+    workspace.addObserver(WorkspaceNotification::didWake,
+        whileAlive([](MonitorEngine& engine) { engine.attention.systemDidWake(); }));
+}
+
+void MonitorEngine::scheduleTimers()
+{
+    MainLoop& mainLoop = platform.mainLoop;
+    mainLoop.repeatEvery(1, whileAlive([](MonitorEngine& engine) {
+        if (engine.isRunning) {
+            engine.attention.attentionTick();
+        }
+    }));
+    mainLoop.repeatEvery(
+        60, whileAlive([](MonitorEngine& engine) { engine.attention.humanPresenceCheck(); }));
+}
+
+MainLoop::Block MonitorEngine::whileAlive(void (*body)(MonitorEngine&))
+{
+    return [weak = std::weak_ptr(self), body] {
+        if (const auto engine = weak.lock()) {
+            body(*engine);
+        }
+    };
+}
+
+} // namespace quillbrook

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "engine/AttentionMachine.h"
+#include "engine/MonitorFiles.h"
+#include "engine/MonitorLog.h"
+#include "engine/MonitorStore.h"
+#include "platform/MainLoop.h"
+#include "platform/Platform.h"
+
+#include <memory>
+
+namespace quillbrook {
+
+/// The background collector: records who has a person's attention, from `start` to `stop`, into
+/// monitor.db in the data directory, with monitor.log and monitor.pid beside it.
+///
+/// It has no lock: everything runs on the main thread. Timers and observers that it leaves in the
+/// platform do nothing once it is gone. A new `start` after `stop` would schedule them a second
+/// time, so an engine is started once.
+class MonitorEngine {
+public:
+    explicit MonitorEngine(const Platform& platform) : platform(platform) {}
+
+    MonitorEngine(const MonitorEngine&) = delete;
+    MonitorEngine& operator=(const MonitorEngine&) = delete;
+
+    /// Opens the store and begins to record; nothing if it records already. When another instance
+    /// of the program runs, or the store can't be opened, the log says so and nothing is recorded;
+    /// the next call tries again.
+    void start();
+
+    /// Finishes all open rows and closes the store; nothing unless `start` succeeded before.
+    void stop();
+
+private:
+    bool checkSingleInstance();
+    void removePidFile();
+    void registerObservers();
+    void scheduleTimers();
+    MainLoop::Block whileAlive(void (*body)(MonitorEngine&));
+
+    Platform platform;
+    MonitorFiles files{platform.directories};
+    MonitorLog log{platform.clock};
+    MonitorStore store{platform, log};
+    AttentionMachine attention{platform, store, log};
+    bool isRunning = false;
+
+    /// Owns nothing; expires with the engine, for those who hold it weakly.
+    std::shared_ptr<MonitorEngine> self{this, [](MonitorEngine*) {}};
+};
+
+} // namespace quillbrook

@@ -1,0 +1,32 @@
+#pragma once
+
+namespace quillbrook {
+
+class BundleValues;
+class ChildProcess;
+class Clock;
+class Directories;
+class HumanInput;
+class KernelFigures;
+class LocaleText;
+class MainLoop;
+class UserDefaults;
+class WorkQueues;
+class Workspace;
+
+/// All that the logic asks of the machine. Copied freely; whoever made the parts keeps them alive.
+struct Platform {
+    const Clock& clock;
+    MainLoop& mainLoop;
+    WorkQueues& workQueues;
+    Workspace& workspace;
+    const HumanInput& humanInput;
+    const KernelFigures& kernelFigures;
+    ChildProcess& childProcess;
+    UserDefaults& userDefaults;
+    const BundleValues& bundleValues;
+    const LocaleText& localeText;
+    const Directories& directories;
+};
+
+} // namespace quillbrook

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/BundleValues.h"
+
+#include <map>
+#include <utility>
+
+namespace quillbrook {
+
+/// A package whose values are set by hand; at first it has none.
+class VirtualBundleValues final : public BundleValues {
+public:
+    std::optional<std::string> infoValue(std::string_view key) const override
+    {
+        const auto found = values.find(key);
+        return found == values.end() ? std::nullopt : std::optional(found->second);
+    }
+
+    void set(std::string key, std::string value)
+    {
+        values.insert_or_assign(std::move(key), std::move(value));
+    }
+
+private:
+    std::map<std::string, std::string, std::less<>> values{};
+};
+
+} // namespace quillbrook

@@ -1,0 +1,40 @@
+#include "platform/virtual/VirtualMachine.h"
+
+#include <utility>
+
+namespace quillbrook {
+
+VirtualMachine::VirtualMachine(std::filesystem::path dataDirectory, double startsAt)
+    : clock(startsAt)
+    , directories(std::move(dataDirectory))
+{
+}
+
+Platform VirtualMachine::platform()
+{
+    return {.clock = clock,
+        .mainLoop = mainLoop,
+        .workQueues = workQueues,
+        .workspace = workspace,
+        .humanInput = humanInput,
+        .kernelFigures = kernelFigures,
+        .childProcess = childProcess,
+        .userDefaults = userDefaults,
+        .bundleValues = bundleValues,
+        .localeText = localeText,
+        .directories = directories};
+}
+
+void VirtualMachine::bringToFront(std::string name, std::string bundleIdentifier)
+{
+    workspace.setFront(RunningApplication{
+        .localizedName = std::move(name), .bundleIdentifier = std::move(bundleIdentifier)});
+}
+
+void VirtualMachine::endProcess()
+{
+    mainLoop.clear();
+    workspace.clearObservers();
+}
+
+} // namespace quillbrook

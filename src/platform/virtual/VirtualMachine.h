@@ -1,0 +1,57 @@
+#pragma once
+
+#include "platform/Platform.h"
+#include "platform/virtual/VirtualBundleValues.h"
+#include "platform/virtual/VirtualChildProcess.h"
+#include "platform/virtual/VirtualClock.h"
+#include "platform/virtual/VirtualDirectories.h"
+#include "platform/virtual/VirtualHumanInput.h"
+#include "platform/virtual/VirtualKernelFigures.h"
+#include "platform/virtual/VirtualLocaleText.h"
+#include "platform/virtual/VirtualMainLoop.h"
+#include "platform/virtual/VirtualTimeVfs.h"
+#include "platform/virtual/VirtualUserDefaults.h"
+#include "platform/virtual/VirtualWorkQueues.h"
+#include "platform/virtual/VirtualWorkspace.h"
+
+#include <filesystem>
+#include <string>
+
+namespace quillbrook {
+
+/// A whole computer on which time passes only when told, and people and hardware do what they are
+/// told. The real logic runs on it unchanged, with real files. One at a time in a process, as
+/// SQLite's 'now' follows its clock.
+class VirtualMachine {
+public:
+    /// A machine at `startsAt`, with the last input at that moment and no application in front.
+    VirtualMachine(std::filesystem::path dataDirectory, double startsAt);
+
+    Platform platform();
+
+    /// Lets `seconds` pass; what is due at the very end runs too.
+    void runFor(double seconds) { mainLoop.runThrough(clock.now() + seconds); }
+
+    void bringToFront(std::string name, std::string bundleIdentifier);
+
+    /// Forgets timers, blocks and observers, as the end of the process does. What was stored
+    /// stays.
+    void endProcess();
+
+    VirtualClock clock;
+    VirtualMainLoop mainLoop{clock};
+    VirtualWorkQueues workQueues{mainLoop};
+    VirtualWorkspace workspace{};
+    VirtualHumanInput humanInput{clock};
+    VirtualKernelFigures kernelFigures{};
+    VirtualChildProcess childProcess{};
+    VirtualUserDefaults userDefaults{};
+    VirtualBundleValues bundleValues{};
+    VirtualLocaleText localeText{};
+    VirtualDirectories directories;
+
+private:
+    VirtualTimeVfs timeVfs{clock};
+};
+
+} // namespace quillbrook
