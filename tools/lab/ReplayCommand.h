@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace quillbrook::lab {
+
+/// Drives a real engine through a script on the virtual machine. The exit status.
+int replayCommand(const std::vector<std::string>& arguments);
+
+} // namespace quillbrook::lab
