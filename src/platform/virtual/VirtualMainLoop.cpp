@@ -17,12 +17,12 @@ void VirtualMainLoop::repeatEvery(double intervalSec, Block body)
         .madeAt = clock.now(),
         .intervalSec = intervalSec,
         .round = 1,
-        .block = std::move(body)});
+        .block = std::make_shared<Block>(std::move(body))});
 }
 
 void VirtualMainLoop::runAfter(double delaySec, Block block)
 {
-    add({.due = clock.now() + delaySec, .block = std::move(block)});
+    add({.due = clock.now() + delaySec, .block = std::make_shared<Block>(std::move(block))});
 }
 
 void VirtualMainLoop::post(Block block)
@@ -66,7 +66,7 @@ VirtualMainLoop::Entries::iterator VirtualMainLoop::firstEntry()
 void VirtualMainLoop::run(Entries::iterator entry)
 {
     clock.set(std::max(entry->due, clock.now()));
-    Block block = entry->block; // the block may add entries, or clear them all
+    const std::shared_ptr<Block> block = entry->block;
     if (entry->intervalSec > 0) {
         // A clock that jumped has passed several rounds: they are one, and the next lies ahead.
         do {
@@ -75,7 +75,7 @@ void VirtualMainLoop::run(Entries::iterator entry)
     } else {
         entries.erase(entry);
     }
-    block();
+    (*block)();
 }
 
 } // namespace quillbrook

@@ -4,6 +4,7 @@
 #include "platform/virtual/VirtualClock.h"
 
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 namespace quillbrook {
@@ -40,7 +41,7 @@ private:
         double madeAt = 0;
         double intervalSec = 0; // 0: runs once
         std::uint64_t round = 0;
-        Block block{};
+        std::shared_ptr<Block> block{}; // shared with its own run, which may clear the entries
     };
 
     using Entries = std::vector<Entry>;

@@ -1,0 +1,81 @@
+#include "base/Text.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <string>
+
+namespace quillbrook {
+namespace {
+
+TEST(ShortestText, ReadsBackAsTheSameNumber)
+{
+    EXPECT_EQ(shortestText(0.1), "0.1");
+    EXPECT_EQ(shortestText(1767225600.25), "1767225600.25");
+    EXPECT_EQ(shortestText(-2.5), "-2.5");
+    EXPECT_EQ(std::stod(shortestText(1.0 / 3)), 1.0 / 3);
+}
+
+TEST(ShortestText, WholeNumbersHaveNoFraction)
+{
+    EXPECT_EQ(shortestText(1767225600), "1767225600");
+    EXPECT_EQ(shortestText(0), "0");
+}
+
+TEST(ShortestTextDeathTest, RefusesWhatIsNotFinite)
+{
+    EXPECT_DEATH(shortestText(std::numeric_limits<double>::infinity()), "not a finite number");
+    EXPECT_DEATH(shortestText(std::numeric_limits<double>::quiet_NaN()), "not a finite number");
+}
+
+TEST(SqlQuoted, DoublesEachSingleQuote)
+{
+    EXPECT_EQ(sqlQuoted("it's '' \"x\""), "it''s '''' \"x\"");
+    EXPECT_EQ(sqlQuoted(""), "");
+}
+
+TEST(Filled, PutsValuesInOrderAndLeavesOtherBracesAlone)
+{
+    EXPECT_EQ(filled("{} = {}; {\"a\":{}}", {"x", "{}", "1"}), "x = {}; {\"a\":1}");
+    EXPECT_EQ(filled("none", {}), "none");
+}
+
+TEST(FilledDeathTest, RefusesAnotherNumberOfValues)
+{
+    EXPECT_DEATH(filled("{} {}", {"x"}), "more places than values");
+    EXPECT_DEATH(filled("{}", {"x", "y"}), "more values than places");
+}
+
+TEST(ValidUtf8, KeepsWellFormedText)
+{
+    const std::string text = "a é 汉 😀 \xF4\x8F\xBF\xBF";
+    EXPECT_EQ(validUtf8(text), text);
+}
+
+TEST(ValidUtf8, ReplacesEachByteThatIsNoPartOfACharacter)
+{
+    const std::string mark = "\xEF\xBF\xBD";
+    EXPECT_EQ(validUtf8("a\xFFz"), "a" + mark + "z");
+    EXPECT_EQ(validUtf8("\xC0\x80"), mark + mark); // overlong
+    EXPECT_EQ(validUtf8("\xE0\x9F\xBF"), mark + mark + mark); // overlong
+    EXPECT_EQ(validUtf8("\xED\xA0\x80"), mark + mark + mark); // a surrogate
+    EXPECT_EQ(validUtf8("\xF4\x90\x80\x80"), mark + mark + mark + mark); // above U+10FFFF
+    EXPECT_EQ(validUtf8("\xE6\xB1"), mark + mark); // cut short
+    EXPECT_EQ(validUtf8("\xE6汉"), mark + "汉");
+}
+
+TEST(FirstCharacters, CountsCharactersAndNotBytes)
+{
+    EXPECT_EQ(firstCharacters("汉字a", 2), "汉字");
+    EXPECT_EQ(firstCharacters("汉字a", 3), "汉字a");
+    EXPECT_EQ(firstCharacters("汉字a", 80), "汉字a");
+    EXPECT_EQ(firstCharacters("abc", 0), "");
+}
+
+TEST(AsciiLowered, LeavesAllElseAlone)
+{
+    EXPECT_EQ(asciiLowered("Com.Apple.ÀZ@["), "com.apple.Àz@[");
+}
+
+} // namespace
+} // namespace quillbrook
