@@ -61,6 +61,17 @@ std::string shortestText(double value)
     return {text.data(), result.ptr};
 }
 
+std::string fixedText(double value, int decimals)
+{
+    if (!std::isfinite(value)) {
+        fatal("fixedText: not a finite number");
+    }
+    std::array<char, 512> text{}; // the largest double has 309 digits before the point
+    const auto result = std::to_chars(
+        text.data(), text.data() + text.size(), value, std::chars_format::fixed, decimals);
+    return {text.data(), result.ptr};
+}
+
 std::string sqlQuoted(std::string_view text)
 {
     std::string quoted;

@@ -11,6 +11,10 @@ namespace quillbrook {
 /// number has no fraction: "1767225600". Fatal when `value` is not finite.
 std::string shortestText(double value);
 
+/// `value` with `decimals` digits behind the point, rounded to the nearest, whatever the locale.
+/// Fatal when `value` is not finite.
+std::string fixedText(double value, int decimals);
+
 /// `text` with each single quote doubled, to stand between single quotes in SQL.
 std::string sqlQuoted(std::string_view text);
 

@@ -65,6 +65,7 @@ void MonitorEngine::start()
     store.dbRepair();
 
     registerObservers();
+    keystrokes.setupKeyTap();
     scheduleTimers();
     log.log("✅ 就绪");
 }
@@ -78,6 +79,8 @@ void MonitorEngine::stop()
     log.log("🛑 监控引擎停止中...");
     store.closeCurrentSession();
     store.closeIdlePeriodsAtExit();
+    keystrokes.flushKeystrokesToDB();
+    keystrokes.disableTap();
     removePidFile();
     store.dbClose();
     log.closeFile();
@@ -118,6 +121,11 @@ void MonitorEngine::registerObservers()
 void MonitorEngine::scheduleTimers()
 {
     MainLoop& mainLoop = platform.mainLoop;
+    mainLoop.repeatEvery(60, whileAlive([](MonitorEngine& engine) {
+        engine.alertEngine.checkAlerts(engine.sampler.sample());
+    }));
+    mainLoop.repeatEvery(
+        60, whileAlive([](MonitorEngine& engine) { engine.keystrokes.flushKeystrokesToDB(); }));
     mainLoop.repeatEvery(1, whileAlive([](MonitorEngine& engine) {
         if (engine.isRunning) {
             engine.attention.attentionTick();

@@ -1,9 +1,13 @@
 #pragma once
 
+#include "engine/AlertEngine.h"
 #include "engine/AttentionMachine.h"
+#include "engine/KeystrokeCapture.h"
 #include "engine/MonitorFiles.h"
 #include "engine/MonitorLog.h"
 #include "engine/MonitorStore.h"
+#include "engine/Notifier.h"
+#include "engine/SystemSampler.h"
 #include "platform/MainLoop.h"
 #include "platform/Platform.h"
 
@@ -11,8 +15,9 @@
 
 namespace quillbrook {
 
-/// The background collector: records who has a person's attention, from `start` to `stop`, into
-/// monitor.db in the data directory, with monitor.log and monitor.pid beside it.
+/// The background collector: records who has a person's attention, how many keys are pressed and
+/// whether the machine is under strain, from `start` to `stop`, into monitor.db in the data
+/// directory, with monitor.log and monitor.pid beside it.
 ///
 /// It has no lock: everything runs on the main thread. Timers and observers that it leaves in the
 /// platform do nothing once it is gone. A new `start` after `stop` would schedule them a second
@@ -44,6 +49,10 @@ private:
     MonitorLog log{platform.clock};
     MonitorStore store{platform, log};
     AttentionMachine attention{platform, store, log};
+    Notifier notifier{platform, log};
+    SystemSampler sampler{platform};
+    AlertEngine alertEngine{platform, store, notifier, log};
+    KeystrokeCapture keystrokes{platform, store, notifier, log, isRunning};
     bool isRunning = false;
 
     /// Owns nothing; expires with the engine, for those who hold it weakly.

@@ -306,4 +306,35 @@ void MonitorStore::closeIdlePeriodsAtExit()
         {now, now}));
 }
 
+void MonitorStore::addAlert(std::string_view alertType, std::string_view severity,
+    const std::string& message, const std::string& metricsJson)
+{
+    dbExec(filled(R"(    INSERT INTO alerts (timestamp, alert_type, severity, message, metrics_json)
+    VALUES ({}, '{}', '{}', '{}', '{}'))",
+        {shortestText(platform.clock.now()), alertType, severity, sqlQuoted(message),
+            sqlQuoted(metricsJson)}));
+}
+
+void MonitorStore::addKeystrokes(
+    double timestamp, const std::string& appName, std::string_view inputMethod, std::int32_t count)
+{
+    const Statement statement = prepare(connection.get(),
+        "INSERT INTO keystrokes (timestamp, app_name, input_method, keystroke_count) "
+        "VALUES (?, ?, ?, ?)");
+    if (!statement) {
+        log.log(std::string("⚠️ SQL 准备失败: ") + sqlite3_errmsg(connection.get()));
+        return;
+    }
+    sqlite3_bind_double(statement.get(), 1, timestamp);
+    sqlite3_bind_text(
+        statement.get(), 2, appName.data(), static_cast<int>(appName.size()), SQLITE_STATIC);
+    sqlite3_bind_text(statement.get(), 3, inputMethod.data(), static_cast<int>(inputMethod.size()),
+        SQLITE_STATIC);
+    sqlite3_bind_int(statement.get(), 4, count);
+    if (sqlite3_step(statement.get()) != SQLITE_DONE) {
+        log.log(
+            std::string("⚠️ 插入击键数据失败: ") + sqlite3_errmsg(connection.get()));
+    }
+}
+
 } // namespace quillbrook

@@ -60,6 +60,14 @@ public:
     /// Finishes all open idle rows at the present moment, as ended by the end of the process.
     void closeIdlePeriodsAtExit();
 
+    /// Writes an alert at the present moment.
+    void addAlert(std::string_view alertType, std::string_view severity, const std::string& message,
+        const std::string& metricsJson);
+
+    /// Writes one minute's keys.
+    void addKeystrokes(double timestamp, const std::string& appName, std::string_view inputMethod,
+        std::int32_t count);
+
     /// Whether a session has existed in this run, and was not ended by `endCurrentSessionAt`.
     bool hasCurrentSession() const { return currentSessionId != 0; }
 

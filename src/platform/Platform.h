@@ -2,12 +2,15 @@
 
 namespace quillbrook {
 
+class Accessibility;
 class BundleValues;
 class ChildProcess;
 class Clock;
 class Directories;
 class HumanInput;
+class InputSource;
 class KernelFigures;
+class KeyCounting;
 class LocaleText;
 class MainLoop;
 class UserDefaults;
@@ -21,6 +24,9 @@ struct Platform {
     WorkQueues& workQueues;
     Workspace& workspace;
     const HumanInput& humanInput;
+    Accessibility& accessibility;
+    KeyCounting& keyCounting;
+    const InputSource& inputSource;
     const KernelFigures& kernelFigures;
     ChildProcess& childProcess;
     UserDefaults& userDefaults;

@@ -28,6 +28,15 @@ TEST(ShortestTextDeathTest, RefusesWhatIsNotFinite)
     EXPECT_DEATH(shortestText(std::numeric_limits<double>::quiet_NaN()), "not a finite number");
 }
 
+TEST(FixedText, RoundsToTheNearest)
+{
+    EXPECT_EQ(fixedText(12.34, 1), "12.3");
+    EXPECT_EQ(fixedText(0.25, 1), "0.2"); // a tie goes to the even digit
+    EXPECT_EQ(fixedText(99.95, 0), "100");
+    EXPECT_EQ(fixedText(-1, 2), "-1.00");
+    EXPECT_EQ(fixedText(1e308, 0).size(), 309U);
+}
+
 TEST(SqlQuoted, DoublesEachSingleQuote)
 {
     EXPECT_EQ(sqlQuoted("it's '' \"x\""), "it''s '''' \"x\"");

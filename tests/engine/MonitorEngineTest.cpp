@@ -19,6 +19,7 @@ TEST_F(MonitorEngineTest, StartMakesItsFilesAndTellsWhenItIsReady)
     start();
     EXPECT_EQ(logText(),
         "[2026-01-01T00:00:00Z] 🚀 引擎启动\n"
+        "[2026-01-01T00:00:00Z] ⌨️ 已授权，启动键盘监控...\n"
         "[2026-01-01T00:00:00Z] ✅ 就绪\n");
     EXPECT_EQ(textOf("monitor.pid"), "4242");
     EXPECT_TRUE(std::filesystem::exists(file("monitor.db")));
@@ -152,7 +153,9 @@ TEST_F(MonitorEngineTest, WithoutALogFileLinesGoToStandardOutput)
     testing::internal::CaptureStdout();
     start();
     EXPECT_EQ(testing::internal::GetCapturedStdout(),
-        "[2026-01-01T00:00:00Z] 🚀 引擎启动\n[2026-01-01T00:00:00Z] ✅ 就绪\n");
+        "[2026-01-01T00:00:00Z] 🚀 引擎启动\n"
+        "[2026-01-01T00:00:00Z] ⌨️ 已授权，启动键盘监控...\n"
+        "[2026-01-01T00:00:00Z] ✅ 就绪\n");
 }
 
 TEST_F(MonitorEngineTest, AFolderInThePidFilesPlaceIsNoHindrance)
@@ -178,7 +181,10 @@ TEST_F(MonitorEngineTest, TheLogGoesOnAtTheNextStart)
     stop();
     start();
     EXPECT_THAT(logText(), StartsWith("[2026-01-01T00:00:00Z] 🚀 引擎启动\n"));
-    EXPECT_THAT(logText(), EndsWith("🚀 引擎启动\n[2026-01-01T00:00:00Z] ✅ 就绪\n"));
+    EXPECT_THAT(logText(),
+        EndsWith("🚀 引擎启动\n"
+                 "[2026-01-01T00:00:00Z] ⌨️ 已授权，启动键盘监控...\n"
+                 "[2026-01-01T00:00:00Z] ✅ 就绪\n"));
 }
 
 } // namespace

@@ -51,7 +51,9 @@ TEST_F(ReplayTest, TheLogIsTheOnlyOutput)
 )");
     EXPECT_EQ(output,
         "[2026-01-01T00:00:00Z] 🚀 引擎启动\n"
+        "[2026-01-01T00:00:00Z] ⌨️ 已授权，启动键盘监控...\n"
         "[2026-01-01T00:00:00Z] ✅ 就绪\n"
+        "[2026-01-01T00:00:01Z] ⌨️ OK\n"
         "[2026-01-01T00:01:00Z] 🔄 恢复 | Editor\n"
         "[2026-01-01T00:01:00Z] 💓 [I] Editor 0s | hid=5s\n"
         "[2026-01-01T00:01:10Z] 🛑 监控引擎停止中...\n"
@@ -139,6 +141,7 @@ TEST_F(ReplayTest, ARefusedStartIsTriedAgainByTheSameEngine)
         "[2026-01-01T00:00:00Z] ⚠️ Quillbrook 已有 2 个实例在运行\n"
         "[2026-01-01T00:00:00Z] ⚠️ MonitorEngine 已在运行中，退出启动\n"
         "[2026-01-01T00:00:02Z] 🚀 引擎启动\n"
+        "[2026-01-01T00:00:02Z] ⌨️ 已授权，启动键盘监控...\n"
         "[2026-01-01T00:00:02Z] ✅ 就绪\n");
 }
 
@@ -172,7 +175,10 @@ TEST_F(ReplayTest, PidAndFoldersInTheirPlace)
 {"at":0,"engine":"start"}
 )");
     EXPECT_EQ(lab.read("data/monitor.pid"), "77");
-    EXPECT_EQ(output, "[2026-01-01T00:00:00Z] 🚀 引擎启动\n[2026-01-01T00:00:00Z] ✅ 就绪\n");
+    EXPECT_EQ(output,
+        "[2026-01-01T00:00:00Z] 🚀 引擎启动\n"
+        "[2026-01-01T00:00:00Z] ⌨️ 已授权，启动键盘监控...\n"
+        "[2026-01-01T00:00:00Z] ✅ 就绪\n");
 }
 
 } // namespace

@@ -2,10 +2,12 @@
 
 #include "engine/MonitorEngine.h"
 #include "lab/Arguments.h"
+#include "lab/CallLines.h"
 #include "lab/Scenario.h"
 #include "platform/virtual/VirtualMachine.h"
 
 #include <QFile>
+#include <QJsonArray>
 #include <QJsonDocument>
 
 #include <cmath>
@@ -99,6 +101,8 @@ public:
         return object;
     }
 
+    QByteArray calls() const { return callLines(machine.calls.all()); }
+
 private:
     void setDefaults(const QJsonObject& values)
     {
@@ -115,17 +119,107 @@ private:
         }
     }
 
-    /// Gives a setting of the machine a new value. Settings that nothing asks for have no effect.
+    /// Gives a setting of the machine a new value.
     void change(const QString& name, const QJsonValue& value)
     {
-        if (name == "bootTime") {
-            machine.kernelFigures.setBootTime(
-                value.isNull() ? std::nullopt : std::optional<std::int64_t>(value.toInteger()));
-        } else if (name == "instances") {
-            machine.workspace.setInstances(value.toInt());
-        } else if (name == "front") {
-            setFront(value);
+        static const std::map<QString, void (Replay::*)(const QJsonValue&)> kSetters = {
+            {"bootTime", &Replay::setBootTime},
+            {"trusted", &Replay::setTrusted},
+            {"monitor", &Replay::setMonitor},
+            {"tap", &Replay::setTap},
+            {"inputSource", &Replay::setInputSource},
+            {"instances", &Replay::setInstances},
+            {"front", &Replay::setFront},
+            {"tccutil", &Replay::setTccutil},
+            {"osascript", &Replay::setOsascript},
+            {"load", &Replay::setLoad},
+            {"cpuTicks", &Replay::setCpuTicks},
+            {"memory", &Replay::setMemory},
+            {"swap", &Replay::setSwap},
+            {"processBytes", &Replay::setProcessBytes},
+            {"windowServer", &Replay::setWindowServer},
+        };
+        if (const auto setter = kSetters.find(name); setter != kSetters.end()) {
+            (this->*setter->second)(value);
         }
+    }
+
+    void setBootTime(const QJsonValue& value)
+    {
+        machine.kernelFigures.setBootTime(
+            value.isNull() ? std::nullopt : std::optional<std::int64_t>(value.toInteger()));
+    }
+
+    void setTrusted(const QJsonValue& value) { machine.accessibility.setTrusted(value.toBool()); }
+    void setMonitor(const QJsonValue& value)
+    {
+        machine.keyCounting.setGivesMonitors(value == "ok");
+    }
+    void setTap(const QJsonValue& value) { machine.keyCounting.setGivesTaps(value == "ok"); }
+    void setInputSource(const QJsonValue& value)
+    {
+        machine.inputSource.choose(optionalText(value));
+    }
+    void setInstances(const QJsonValue& value) { machine.workspace.setInstances(value.toInt()); }
+
+    void setTool(const std::string& path, const QJsonValue& exitStatus)
+    {
+        if (exitStatus.isString()) {
+            machine.childProcess.uninstall(path);
+        } else {
+            machine.childProcess.install(path, {.exitStatus = exitStatus.toInt()});
+        }
+    }
+
+    void setTccutil(const QJsonValue& value) { setTool("/usr/bin/tccutil", value); }
+    void setOsascript(const QJsonValue& value) { setTool("/usr/bin/osascript", value); }
+
+    void setWindowServer(const QJsonValue& value)
+    {
+        if (value.isNull()) {
+            machine.childProcess.uninstall("/bin/bash");
+        } else {
+            machine.childProcess.install(
+                "/bin/bash", {.standardOutput = value.toString().toStdString()});
+        }
+    }
+
+    void setLoad(const QJsonValue& value)
+    {
+        machine.kernelFigures.setLoadAverages(
+            {value[0].toDouble(), value[1].toDouble(), value[2].toDouble()});
+    }
+
+    void setCpuTicks(const QJsonValue& value)
+    {
+        machine.kernelFigures.setCpuTicks(value.isNull()
+                ? std::nullopt
+                : std::optional(CpuTicks{value[0].toDouble(), value[1].toDouble(),
+                    value[2].toDouble(), value[3].toDouble()}));
+    }
+
+    void setMemory(const QJsonValue& value)
+    {
+        machine.kernelFigures.setMemory(value.isNull()
+                ? std::nullopt
+                : std::optional(MemoryFigures{.activePages = value["active"].toDouble(),
+                    .wiredPages = value["wired"].toDouble(),
+                    .compressorPages = value["compressor"].toDouble(),
+                    .pageSize = value["pageSize"].toDouble(),
+                    .physicalBytes = value["physical"].toDouble()}));
+    }
+
+    void setSwap(const QJsonValue& value)
+    {
+        machine.kernelFigures.setSwap(value.isNull()
+                ? std::nullopt
+                : std::optional(SwapFigures{.totalBytes = value["total"].toDouble(),
+                    .usedBytes = value["used"].toDouble()}));
+    }
+
+    void setProcessBytes(const QJsonValue& value)
+    {
+        machine.kernelFigures.setProcessTableBytes(value.toDouble());
     }
 
     void setFront(const QJsonValue& value)
@@ -147,6 +241,7 @@ private:
             machine.humanInput.happenAgo(value.toDouble());
         } else if (name == "keys") {
             machine.humanInput.happenNow();
+            machine.keyCounting.press(value.toInteger());
         } else if (name == "notify") {
             machine.workspace.notify(notificationNamed(value.toString()));
         } else {
@@ -217,11 +312,12 @@ int replayCommand(const std::vector<std::string>& texts)
                                   .positionals = 1},
         texts);
     const Scenario scenario = readScenario(arguments.positional(0));
-    const ResultFile calls(arguments, "--calls");
+    ResultFile calls(arguments, "--calls");
     ResultFile defaults(arguments, "--defaults");
 
     Replay replay(scenario, arguments.required("--data"));
     replay.run();
+    calls.write(replay.calls());
     defaults.write(QJsonDocument(replay.defaults()).toJson(QJsonDocument::Compact) + '\n');
     return 0;
 }

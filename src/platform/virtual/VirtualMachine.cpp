@@ -8,6 +8,9 @@ VirtualMachine::VirtualMachine(std::filesystem::path dataDirectory, double start
     : clock(startsAt)
     , directories(std::move(dataDirectory))
 {
+    for (const char* tool : {"/usr/bin/osascript", "/usr/bin/tccutil", "/bin/bash"}) {
+        childProcess.install(tool, FinishedProcess{});
+    }
 }
 
 Platform VirtualMachine::platform()
@@ -17,6 +20,9 @@ Platform VirtualMachine::platform()
         .workQueues = workQueues,
         .workspace = workspace,
         .humanInput = humanInput,
+        .accessibility = accessibility,
+        .keyCounting = keyCounting,
+        .inputSource = inputSource,
         .kernelFigures = kernelFigures,
         .childProcess = childProcess,
         .userDefaults = userDefaults,
@@ -35,6 +41,7 @@ void VirtualMachine::endProcess()
 {
     mainLoop.clear();
     workspace.clearObservers();
+    keyCounting.clear();
 }
 
 } // namespace quillbrook

@@ -1,12 +1,16 @@
 #pragma once
 
 #include "platform/Platform.h"
+#include "platform/virtual/OutsideCalls.h"
+#include "platform/virtual/VirtualAccessibility.h"
 #include "platform/virtual/VirtualBundleValues.h"
 #include "platform/virtual/VirtualChildProcess.h"
 #include "platform/virtual/VirtualClock.h"
 #include "platform/virtual/VirtualDirectories.h"
 #include "platform/virtual/VirtualHumanInput.h"
+#include "platform/virtual/VirtualInputSource.h"
 #include "platform/virtual/VirtualKernelFigures.h"
+#include "platform/virtual/VirtualKeyCounting.h"
 #include "platform/virtual/VirtualLocaleText.h"
 #include "platform/virtual/VirtualMainLoop.h"
 #include "platform/virtual/VirtualTimeVfs.h"
@@ -24,7 +28,8 @@ namespace quillbrook {
 /// SQLite's 'now' follows its clock.
 class VirtualMachine {
 public:
-    /// A machine at `startsAt`, with the last input at that moment and no application in front.
+    /// A machine at `startsAt`, with the last input at that moment, no application in front, and
+    /// the system tools that the logic launches, which succeed and print nothing.
     VirtualMachine(std::filesystem::path dataDirectory, double startsAt);
 
     Platform platform();
@@ -34,17 +39,21 @@ public:
 
     void bringToFront(std::string name, std::string bundleIdentifier);
 
-    /// Forgets timers, blocks and observers, as the end of the process does. What was stored
-    /// stays.
+    /// Forgets timers, blocks, observers and key monitors, as the end of the process does. What was
+    /// stored stays.
     void endProcess();
 
     VirtualClock clock;
+    OutsideCalls calls{clock};
     VirtualMainLoop mainLoop{clock};
     VirtualWorkQueues workQueues{mainLoop};
     VirtualWorkspace workspace{};
     VirtualHumanInput humanInput{clock};
+    VirtualAccessibility accessibility{calls};
+    VirtualKeyCounting keyCounting{calls};
+    VirtualInputSource inputSource{};
     VirtualKernelFigures kernelFigures{};
-    VirtualChildProcess childProcess{};
+    VirtualChildProcess childProcess{calls};
     VirtualUserDefaults userDefaults{};
     VirtualBundleValues bundleValues{};
     VirtualLocaleText localeText{};

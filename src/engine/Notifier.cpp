@@ -1,0 +1,32 @@
+#include "engine/Notifier.h"
+
+#include "base/Text.h"
+#include "engine/MonitorLog.h"
+#include "platform/ChildProcess.h"
+
+#include <algorithm>
+
+namespace quillbrook {
+
+namespace {
+
+/// The script's texts stand between double quotes.
+std::string withoutDoubleQuotes(std::string text)
+{
+    std::ranges::replace(text, '"', '\'');
+    return text;
+}
+
+} // namespace
+
+void Notifier::sendNotification(const std::string& title, const std::string& body)
+{
+    const std::string script = filled(R"(display notification "{}" with title "{}")",
+        {withoutDoubleQuotes(body), withoutDoubleQuotes(title)});
+    const auto failure = platform.childProcess.launch("/usr/bin/osascript", {"-e", script});
+    if (failure) {
+        log.log("⚠️ 通知发送失败: " + failure->description);
+    }
+}
+
+} // namespace quillbrook
