@@ -46,7 +46,11 @@ bool VirtualKeyCounting::addGlobalMonitor(KeyDownHandler handler)
 
 std::unique_ptr<EventTap> VirtualKeyCounting::createTap(KeyDownHandler handler)
 {
-    return givesTaps ? std::make_unique<Tap>(*this, std::move(handler)) : nullptr;
+    if (!givesTaps) {
+        tapRefused();
+        return nullptr;
+    }
+    return std::make_unique<Tap>(*this, std::move(handler));
 }
 
 void VirtualKeyCounting::press(std::int64_t count) const

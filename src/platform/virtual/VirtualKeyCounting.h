@@ -4,6 +4,8 @@
 #include "platform/virtual/OutsideCalls.h"
 
 #include <cstdint>
+#include <functional>
+#include <utility>
 #include <vector>
 
 namespace quillbrook {
@@ -20,6 +22,9 @@ public:
     void setGivesMonitors(bool gives) { givesMonitors = gives; }
     void setGivesTaps(bool gives) { givesTaps = gives; }
 
+    /// Runs `body` each time a tap was refused, before the refusal is known.
+    void onTapRefused(std::function<void()> body) { tapRefused = std::move(body); }
+
     /// Presses `count` keys, to all monitors and enabled taps.
     void press(std::int64_t count) const;
 
@@ -32,6 +37,7 @@ private:
     OutsideCalls& calls;
     bool givesMonitors = true;
     bool givesTaps = true;
+    std::function<void()> tapRefused = [] {};
     std::vector<KeyDownHandler> monitors{};
     std::vector<Tap*> taps{}; // each takes itself out when it ends
 };
