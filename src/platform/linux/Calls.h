@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QObject>
+
+#include <utility>
+
+namespace quillbrook {
+
+/// Calls over a bus without waiting and without starting the service, and hands the reply, which
+/// may be an error, to `handler` on the main thread, unless `context` is gone by then. Does
+/// nothing on a connection that isn't there, which would never answer.
+template <typename Handler>
+void callLater(const QDBusConnection& bus, QDBusMessage call, QObject* context, Handler handler)
+{
+    if (!bus.isConnected()) {
+        return;
+    }
+    call.setAutoStartService(false);
+    auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(call), context);
+    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, context,
+        [handler = std::move(handler)](QDBusPendingCallWatcher* finished) {
+            finished->deleteLater();
+            handler(finished->reply());
+        });
+}
+
+} // namespace quillbrook

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QMap>
+#include <QObject>
+#include <QString>
+
+#include <optional>
+#include <string>
+
+namespace quillbrook {
+
+class Bus;
+
+/// What Fcitx 5 says of the input method in use. It tells of no change by itself, so it has to be
+/// asked, without waiting; it is never started by that. Main thread only.
+class Fcitx5InputMethod final : public QObject {
+    Q_OBJECT
+
+public:
+    explicit Fcitx5InputMethod(Bus& sessionBus);
+
+    bool isRunning() const { return running; }
+
+    /// Asks for the input method in use; the answer comes a moment later.
+    void refresh();
+
+    /// The identifier as of the last answer; empty while there was none, and when Fcitx 5 doesn't
+    /// run.
+    std::optional<std::string> identifier() const;
+
+private:
+    struct Names {
+        QString name;
+        QString nativeName;
+    };
+
+    void setUp(QDBusConnection bus);
+    void came();
+    void went();
+    void askForNames();
+    void askForSchema();
+
+    Bus& sessionBus;
+    bool running = false;
+    QString current{}; // its id
+    QString schema{}; // of Rime
+    QMap<QString, Names> names{};
+};
+
+} // namespace quillbrook

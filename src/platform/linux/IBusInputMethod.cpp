@@ -1,0 +1,193 @@
+#include "platform/linux/IBusInputMethod.h"
+
+#include "platform/linux/Calls.h"
+#include "platform/linux/InputMethodNames.h"
+
+#include <QDBusArgument>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QStandardPaths>
+
+namespace quillbrook {
+
+namespace {
+
+const QString kService = QStringLiteral("org.freedesktop.IBus");
+const QString kPath = QStringLiteral("/org/freedesktop/IBus");
+const QString kLibpinyin = QStringLiteral("libpinyin");
+
+constexpr qint64 kMaxAddressFileBytes = 64 * 1024;
+
+QString machineId()
+{
+    for (const char* path : {"/etc/machine-id", "/var/lib/dbus/machine-id"}) {
+        QFile file(QString::fromLatin1(path));
+        if (file.open(QIODevice::ReadOnly)) {
+            return QString::fromLatin1(file.read(64)).trimmed();
+        }
+    }
+    return {};
+}
+
+/// The number in ":0.0".
+QString displayNumber()
+{
+    const QString display = qEnvironmentVariable("DISPLAY");
+    return display.section(QLatin1Char(':'), 1).section(QLatin1Char('.'), 0, 0);
+}
+
+QString addressDirectory()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
+        + QStringLiteral("/ibus/bus");
+}
+
+/// The engine's name in the property's value: a variant in a variant, in it a structure of the
+/// type's name, attachments and the name.
+QString engineNameIn(const QVariant& property)
+{
+    const auto outer = property.value<QDBusVariant>().variant();
+    const auto inner
+        = outer.canConvert<QDBusVariant>() ? outer.value<QDBusVariant>().variant() : outer;
+    if (!inner.canConvert<QDBusArgument>()) {
+        return {};
+    }
+    const auto description = inner.value<QDBusArgument>();
+    if (!description.currentSignature().startsWith(QLatin1String("(sa{sv}s"))) {
+        return {};
+    }
+    QString type;
+    QVariantMap attachments;
+    QString engine;
+    description.beginStructure();
+    description >> type >> attachments >> engine;
+    description.endStructure();
+    return engine;
+}
+
+} // namespace
+
+IBusInputMethod::IBusInputMethod()
+{
+    // The directory may be made only when the daemon first runs.
+    QString watched = addressDirectory();
+    while (!QFileInfo::exists(watched) && watched.contains(QLatin1Char('/'))) {
+        watched = watched.section(QLatin1Char('/'), 0, -2);
+    }
+    watcher.addPath(watched);
+    connect(&watcher, &QFileSystemWatcher::directoryChanged, this, [this] {
+        if (QFileInfo::exists(addressDirectory())) {
+            watcher.addPath(addressDirectory());
+        }
+        refresh();
+    });
+    refresh();
+}
+
+IBusInputMethod::~IBusInputMethod()
+{
+    QDBusConnection::disconnectFromBus(connectionName);
+}
+
+void IBusInputMethod::refresh()
+{
+    if (!QDBusConnection(connectionName).isConnected() || address() != connectedAddress) {
+        connectToDaemon();
+    }
+}
+
+void IBusInputMethod::connectToDaemon()
+{
+    if (!connectionName.isEmpty()) {
+        QDBusConnection::disconnectFromBus(connectionName);
+    }
+    current.clear();
+    connectedAddress = address();
+    if (connectedAddress.isEmpty()) {
+        return;
+    }
+    connectionName = QStringLiteral("quillbrook-ibus-%1").arg(++attempts);
+    auto bus = QDBusConnection::connectToBus(connectedAddress, connectionName);
+    if (!bus.isConnected()) {
+        return;
+    }
+    bus.connect(QString(), kPath, kService, QStringLiteral("GlobalEngineChanged"), this,
+        SLOT(globalEngineChanged(QString)));
+    askForEngine();
+}
+
+void IBusInputMethod::askForEngine()
+{
+    auto call = QDBusMessage::createMethodCall(
+        kService, kPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+    call.setArguments({kService, QStringLiteral("GlobalEngine")});
+    callLater(QDBusConnection(connectionName), call, this, [this](const QDBusMessage& reply) {
+        if (reply.type() != QDBusMessage::ErrorMessage) {
+            setEngine(engineNameIn(reply.arguments().value(0)));
+        }
+    });
+}
+
+void IBusInputMethod::globalEngineChanged(const QString& engine)
+{
+    setEngine(engine);
+}
+
+void IBusInputMethod::setEngine(const QString& engine)
+{
+    current = engine;
+    isDoublePinyin = false;
+    if (current == kLibpinyin) {
+        askForDoublePinyin();
+    }
+}
+
+void IBusInputMethod::askForDoublePinyin()
+{
+    // The engine's name stays the same; only its settings know.
+    auto* settings = new QProcess(this);
+    connect(settings, &QProcess::finished, this, [this, settings] {
+        isDoublePinyin = settings->readAllStandardOutput().trimmed() == "true";
+        settings->deleteLater();
+    });
+    connect(settings, &QProcess::errorOccurred, settings, &QObject::deleteLater);
+    settings->start(QStringLiteral("gsettings"),
+        {QStringLiteral("get"), QStringLiteral("com.github.libpinyin.ibus-libpinyin.libpinyin"),
+            QStringLiteral("double-pinyin")});
+}
+
+QString IBusInputMethod::addressFile() const
+{
+    return addressDirectory() + QLatin1Char('/') + machineId() + QStringLiteral("-unix-")
+        + displayNumber();
+}
+
+QString IBusInputMethod::address() const
+{
+    const QString named = qEnvironmentVariable("IBUS_ADDRESS");
+    QFile file(addressFile());
+    if (!named.isEmpty() || !file.open(QIODevice::ReadOnly)) {
+        return named;
+    }
+    const auto found = ibusAddressIn(file.read(kMaxAddressFileBytes).toStdString());
+    return found ? QString::fromStdString(*found) : QString();
+}
+
+std::optional<std::string> IBusInputMethod::identifier() const
+{
+    if (current.isEmpty() || !QDBusConnection(connectionName).isConnected()) {
+        return std::nullopt;
+    }
+    std::string identifier = ibusIdentifier(current.toStdString());
+    if (isDoublePinyin) {
+        identifier += kDoublePinyinMark;
+    }
+    return identifier;
+}
+
+} // namespace quillbrook

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QDBusVariant>
+#include <QFileSystemWatcher>
+#include <QObject>
+#include <QString>
+
+#include <optional>
+#include <string>
+
+namespace quillbrook {
+
+/// What IBus says of the input method in use. Its daemon keeps a bus of its own, whose address it
+/// leaves in a file for each display, and tells of each change. Main thread only.
+class IBusInputMethod final : public QObject {
+    Q_OBJECT
+
+public:
+    IBusInputMethod();
+    ~IBusInputMethod() override;
+
+    /// The identifier of the engine in use; empty when IBus doesn't run or doesn't tell.
+    std::optional<std::string> identifier() const;
+
+    /// Looks for the daemon if there is no connection to one.
+    void refresh();
+
+private Q_SLOTS:
+    void globalEngineChanged(const QString& engine);
+
+private:
+    void connectToDaemon();
+    void askForEngine();
+    void setEngine(const QString& engine);
+    void askForDoublePinyin();
+    QString addressFile() const;
+    QString address() const;
+
+    QFileSystemWatcher watcher{};
+    QString connectionName{};
+    QString connectedAddress{};
+    int attempts = 0;
+    QString current{}; // the engine's name
+    bool isDoublePinyin = false;
+};
+
+} // namespace quillbrook

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "platform/BundleValues.h"
+
+namespace quillbrook {
+
+/// The values that the build fixed.
+class LinuxBundleValues final : public BundleValues {
+public:
+    std::optional<std::string> infoValue(std::string_view key) const override;
+};
+
+} // namespace quillbrook

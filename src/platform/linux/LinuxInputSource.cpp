@@ -1,0 +1,53 @@
+#include "platform/linux/LinuxInputSource.h"
+
+#include "platform/MainLoop.h"
+
+namespace quillbrook {
+
+namespace {
+
+constexpr double kRefreshDelaySec = 2;
+
+} // namespace
+
+LinuxInputSource::LinuxInputSource(Bus& sessionBus, X11Connection& x11, MainLoop& mainLoop)
+    : mainLoop(mainLoop)
+    , fcitx(sessionBus)
+    , xkb(x11)
+{
+}
+
+std::optional<std::string> LinuxInputSource::currentIdentifier() const
+{
+    if (fcitx.isRunning()) {
+        if (auto identifier = fcitx.identifier()) {
+            return identifier;
+        }
+    }
+    if (auto identifier = ibus.identifier()) {
+        return identifier;
+    }
+    return xkb.currentIdentifier();
+}
+
+void LinuxInputSource::keyWentDown()
+{
+    if (isRefreshComing) {
+        return;
+    }
+    isRefreshComing = true;
+    mainLoop.runAfter(kRefreshDelaySec, [weak = std::weak_ptr(self)] {
+        if (const auto source = weak.lock()) {
+            source->refresh();
+        }
+    });
+}
+
+void LinuxInputSource::refresh()
+{
+    isRefreshComing = false;
+    fcitx.refresh();
+    ibus.refresh();
+}
+
+} // namespace quillbrook

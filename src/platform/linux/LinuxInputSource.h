@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/InputSource.h"
+#include "platform/linux/Fcitx5InputMethod.h"
+#include "platform/linux/IBusInputMethod.h"
+#include "platform/linux/XkbLayout.h"
+
+#include <memory>
+
+namespace quillbrook {
+
+class Bus;
+class MainLoop;
+class X11Connection;
+
+/// The input source by the first that tells of Fcitx 5, IBus and the keyboard's layout. Fcitx 5
+/// comes first, as it poses as IBus too.
+class LinuxInputSource final : public InputSource {
+public:
+    LinuxInputSource(Bus& sessionBus, X11Connection& x11, MainLoop& mainLoop);
+
+    /// As of at most two seconds after the last key.
+    std::optional<std::string> currentIdentifier() const override;
+
+    /// To be called at each key-down: keys switch input methods, and are what is counted under
+    /// their names. Asks anew two seconds later, once for all keys until then.
+    void keyWentDown();
+
+private:
+    void refresh();
+
+    MainLoop& mainLoop;
+    Fcitx5InputMethod fcitx;
+    IBusInputMethod ibus{};
+    XkbLayout xkb;
+    bool isRefreshComing = false;
+
+    /// Owns nothing; expires with the object, for those who hold it weakly.
+    std::shared_ptr<LinuxInputSource> self{this, [](LinuxInputSource*) {}};
+};
+
+} // namespace quillbrook

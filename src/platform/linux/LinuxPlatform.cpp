@@ -1,0 +1,153 @@
+#include "platform/linux/LinuxPlatform.h"
+
+#include "platform/linux/Bus.h"
+#include "platform/linux/DesktopEntries.h"
+#include "platform/linux/FrontApplication.h"
+#include "platform/linux/LinuxBundleValues.h"
+#include "platform/linux/LinuxChildProcess.h"
+#include "platform/linux/LinuxInputSource.h"
+#include "platform/linux/LinuxWorkspace.h"
+#include "platform/linux/Logind.h"
+#include "platform/linux/Notifications.h"
+#include "platform/linux/ProcKernelFigures.h"
+#include "platform/linux/ScreenSaverSignals.h"
+#include "platform/linux/ScreensAsleep.h"
+#include "platform/linux/X11Connection.h"
+#include "platform/linux/X11Dpms.h"
+#include "platform/linux/X11HumanInput.h"
+#include "platform/linux/X11KeyCounting.h"
+#include "platform/linux/X11ScreenSaver.h"
+#include "platform/qt/QtDirectories.h"
+#include "platform/qt/QtLocaleText.h"
+#include "platform/qt/QtMainLoop.h"
+#include "platform/qt/QtUserDefaults.h"
+#include "platform/qt/QtWorkQueues.h"
+#include "platform/qt/SystemClock.h"
+
+#include <cstdlib>
+#include <utility>
+
+namespace quillbrook {
+
+namespace {
+
+/// The keys of the display, which also lead the input source to ask anew.
+class FollowedKeyCounting final : public KeyCounting {
+public:
+    FollowedKeyCounting(KeyCounting& keys, LinuxInputSource& inputSource)
+        : keys(keys)
+        , inputSource(inputSource)
+    {
+    }
+
+    bool addGlobalMonitor(KeyDownHandler handler) override
+    {
+        return keys.addGlobalMonitor(followed(std::move(handler)));
+    }
+
+    std::unique_ptr<EventTap> createTap(KeyDownHandler handler) override
+    {
+        return keys.createTap(followed(std::move(handler)));
+    }
+
+private:
+    KeyDownHandler followed(KeyDownHandler handler)
+    {
+        return [this, handler = std::move(handler)] {
+            handler();
+            inputSource.keyWentDown();
+        };
+    }
+
+    KeyCounting& keys;
+    LinuxInputSource& inputSource;
+};
+
+/// The user's language for messages.
+std::string messageLocale()
+{
+    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+        if (const char* value = std::getenv(name); value != nullptr && *value != '\0') {
+            return value;
+        }
+    }
+    return {};
+}
+
+} // namespace
+
+struct LinuxPlatform::Parts {
+    explicit Parts(std::function<void()> willShutDown)
+        : logind(systemBus,
+            {.willSleep = [this] { workspace.notify(WorkspaceNotification::willSleep); },
+                .didWake = [this] { workspace.notify(WorkspaceNotification::didWake); },
+                .willShutDown = std::move(willShutDown),
+                .lockedChanged = sourceOf(ScreenSource::sessionLock)})
+    {
+    }
+
+    std::function<void(bool)> sourceOf(ScreenSource source)
+    {
+        return [this, source](bool isAsleep) { screens.set(source, isAsleep); };
+    }
+
+    SystemClock clock{};
+    QtMainLoop mainLoop{};
+    QtWorkQueues workQueues{};
+    QtUserDefaults userDefaults{};
+    QtLocaleText localeText{};
+    QtDirectories directories{};
+    LinuxBundleValues bundleValues{};
+    ProcKernelFigures kernelFigures{};
+
+    X11Connection x11{};
+    DesktopEntries entries{DesktopEntries::standardDirectories(), languageKeys(messageLocale())};
+    FrontApplication front{x11, entries, mainLoop};
+    LinuxWorkspace workspace{front};
+    X11HumanInput humanInput{x11};
+
+    Bus sessionBus{Bus::Kind::session, mainLoop};
+    Bus systemBus{Bus::Kind::system, mainLoop};
+    ScreensAsleep screens{[this](bool areAsleep) {
+        workspace.notify(areAsleep ? WorkspaceNotification::screensDidSleep
+                                   : WorkspaceNotification::screensDidWake);
+    }};
+    X11ScreenSaver serverSaver{x11, sourceOf(ScreenSource::serverSaver)};
+    X11Dpms powerManagement{x11, mainLoop, sourceOf(ScreenSource::powerManagement)};
+    ScreenSaverSignals desktopSaver{sessionBus, sourceOf(ScreenSource::desktopSaver)};
+    Logind logind;
+
+    X11KeyCounting displayKeys{x11};
+    X11Accessibility accessibility{displayKeys};
+    LinuxInputSource inputSource{sessionBus, x11, mainLoop};
+    FollowedKeyCounting keyCounting{displayKeys, inputSource};
+    Notifications notifications{sessionBus};
+    LinuxChildProcess childProcess{notifications};
+};
+
+LinuxPlatform::LinuxPlatform(std::function<void()> willShutDown)
+    : parts(std::make_unique<Parts>(std::move(willShutDown)))
+{
+}
+
+LinuxPlatform::~LinuxPlatform() = default;
+
+Platform LinuxPlatform::platform()
+{
+    return {.clock = parts->clock,
+        .mainLoop = parts->mainLoop,
+        .workQueues = parts->workQueues,
+        .workspace = parts->workspace,
+        .humanInput = parts->humanInput,
+        .accessibility = parts->accessibility,
+        .keyCounting = parts->keyCounting,
+        .inputSource = parts->inputSource,
+        .kernelFigures = parts->kernelFigures,
+        .childProcess = parts->childProcess,
+        .userDefaults = parts->userDefaults,
+        .bundleValues = parts->bundleValues,
+        .localeText = parts->localeText,
+        .directories = parts->directories};
+}
+
+} // namespace quillbrook

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/Platform.h"
+
+#include <functional>
+#include <memory>
+
+namespace quillbrook {
+
+/// The Linux desktop of the user. What is missing of it, a display, a bus or a service, is one
+/// notice, and all the rest goes on. Needs a QCoreApplication; main thread only.
+class LinuxPlatform {
+public:
+    /// `willShutDown` runs when the machine is about to go down, which waits for it.
+    explicit LinuxPlatform(std::function<void()> willShutDown);
+    ~LinuxPlatform();
+
+    LinuxPlatform(const LinuxPlatform&) = delete;
+    LinuxPlatform& operator=(const LinuxPlatform&) = delete;
+
+    Platform platform();
+
+private:
+    struct Parts;
+
+    std::unique_ptr<Parts> parts;
+};
+
+} // namespace quillbrook

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <string>
+#include <vector>
+
+namespace quillbrook {
+
+/// The ids of all processes that /proc shows.
+std::vector<pid_t> runningProcesses();
+
+/// The path of the program that a process runs, without the mark of one that was replaced since;
+/// empty when it can't be known.
+std::string executableOf(pid_t process);
+
+/// How many processes of this user, in this login session, run the program that the caller runs,
+/// the caller included.
+int instancesOfThisProgram();
+
+} // namespace quillbrook

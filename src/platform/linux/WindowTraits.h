@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace quillbrook {
+
+/// What a window and its process tell of their application. A text that is missing is empty; all
+/// are well-formed UTF-8.
+struct WindowTraits {
+    std::string instance{}; // WM_CLASS
+    std::string className{}; // WM_CLASS
+    std::string gtkApplicationId{};
+    std::string kdeDesktopFile{};
+    std::string executable{}; // the last part of the program's path
+
+    bool operator==(const WindowTraits&) const = default;
+};
+
+/// Sets instance and class from the bytes of a WM_CLASS property: two texts, each ended by a zero
+/// byte. What is missing stays empty; the bytes may be anything.
+void readWmClass(std::string_view bytes, WindowTraits& traits);
+
+/// The first text of a property's bytes, up to a zero byte or the end.
+std::string propertyText(std::string_view bytes);
+
+} // namespace quillbrook
