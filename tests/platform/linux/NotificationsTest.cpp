@@ -1,0 +1,83 @@
+#include "platform/linux/Notifications.h"
+
+#include "platform/linux/Bus.h"
+#include "platform/linux/LinuxChildProcess.h"
+#include "platform/qt/QtMainLoop.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+
+#include <cstdlib>
+#include <string>
+#include <variant>
+
+namespace quillbrook {
+namespace {
+
+TEST(NotificationScript, HoldsBodyAndTitle)
+{
+    EXPECT_EQ(notificationIn(
+                  R"(display notification "It's <b>90%</b> & 🎉" with title "⚠️ A 'b'")"),
+        (NotificationTexts{.title = "⚠️ A 'b'", .body = "It's <b>90%</b> & 🎉"}));
+    EXPECT_EQ(notificationIn(R"(display notification "" with title "")"), NotificationTexts{});
+}
+
+TEST(NotificationScript, OtherScriptsAreNone)
+{
+    EXPECT_FALSE(notificationIn(""));
+    EXPECT_FALSE(notificationIn("do shell script \"rm\""));
+    EXPECT_FALSE(notificationIn(R"(display notification "a")"));
+    EXPECT_FALSE(notificationIn(R"(display notification "a" with title ")"));
+    EXPECT_FALSE(notificationIn(R"(display notification "a" with title "b)"));
+}
+
+TEST(Markup, IsShownAsItStands)
+{
+    EXPECT_EQ(
+        withoutMarkup("<b>1 & 2</b> \"q\" 'p' 文"), "&lt;b&gt;1 &amp; 2&lt;/b&gt; \"q\" 'p' 文");
+}
+
+/// Without any bus.
+class LinuxChildProcessTest : public testing::Test {
+protected:
+    LinuxChildProcessTest() { unsetenv("DBUS_SESSION_BUS_ADDRESS"); }
+
+    int count = 1;
+    std::string name = "test";
+    char* values[2] = {name.data(), nullptr};
+    QCoreApplication application{count, values};
+    QtMainLoop mainLoop{};
+    Bus sessionBus{Bus::Kind::session, mainLoop};
+    Notifications notifications{sessionBus};
+    LinuxChildProcess childProcess{notifications};
+};
+
+TEST_F(LinuxChildProcessTest, WithoutABusANotificationFailsAtOnce)
+{
+    const auto failure = childProcess.launch(
+        "/usr/bin/osascript", {"-e", R"(display notification "a" with title "b")"});
+    ASSERT_TRUE(failure);
+    EXPECT_EQ(failure->description, "没有会话总线");
+}
+
+TEST_F(LinuxChildProcessTest, TheDisplayServersLinePrintsNothing)
+{
+    const auto outcome = childProcess.run("/bin/bash", {"-c", "ps"});
+    ASSERT_TRUE(std::holds_alternative<FinishedProcess>(outcome));
+    EXPECT_EQ(std::get<FinishedProcess>(outcome).exitStatus, 0);
+    EXPECT_EQ(std::get<FinishedProcess>(outcome).standardOutput, "");
+}
+
+TEST_F(LinuxChildProcessTest, NothingElseCanBeLaunched)
+{
+    EXPECT_TRUE(childProcess.launch("/usr/bin/osascript", {"-e", "beep"}));
+    EXPECT_TRUE(childProcess.launch("/bin/true", {}));
+    const auto reset
+        = childProcess.run("/usr/bin/tccutil", {"reset", "Accessibility", "cn.tarnlow.quillbrook"});
+    ASSERT_TRUE(std::holds_alternative<LaunchFailure>(reset));
+    EXPECT_EQ(std::get<LaunchFailure>(reset).description, "本系统没有 /usr/bin/tccutil");
+}
+
+} // namespace
+} // namespace quillbrook

@@ -1,0 +1,57 @@
+#include "platform/linux/WindowTraits.h"
+
+#include "platform/linux/XkbLayout.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+
+namespace quillbrook {
+namespace {
+
+using namespace std::string_literals;
+using namespace std::string_view_literals;
+
+WindowTraits traitsIn(std::string_view wmClass)
+{
+    WindowTraits traits;
+    readWmClass(wmClass, traits);
+    return traits;
+}
+
+TEST(WmClass, HoldsInstanceAndClass)
+{
+    EXPECT_EQ(traitsIn("xterm\0XTerm\0"sv), (WindowTraits{"xterm", "XTerm"}));
+    EXPECT_EQ(traitsIn("xterm\0XTerm"sv), (WindowTraits{"xterm", "XTerm"}));
+    EXPECT_EQ(traitsIn("xterm"sv), (WindowTraits{"xterm", ""}));
+    EXPECT_EQ(traitsIn("\0XTerm\0"sv), (WindowTraits{"", "XTerm"}));
+    EXPECT_EQ(traitsIn(""sv), WindowTraits{});
+}
+
+TEST(WmClass, KeepsLongNamesAndRepairsBytes)
+{
+    const std::string longName(4096, 'n');
+    EXPECT_EQ(traitsIn("i\0"s + longName).className, longName);
+    EXPECT_EQ(traitsIn("a\xff\0\xf0\x9f\x93\0"sv), (WindowTraits{"a\uFFFD", "\uFFFD\uFFFD\uFFFD"}));
+}
+
+TEST(XkbIdentifier, IsThatOfTheGroup)
+{
+    constexpr auto kNames = "evdev\0pc105\0us,de,cn\0,dvorak,altgr-pinyin\0grp:x\0"sv;
+    EXPECT_EQ(xkbIdentifier(kNames, 0), "xkb.keylayout.us");
+    EXPECT_EQ(xkbIdentifier(kNames, 1), "xkb.keylayout.de.dvorak");
+    EXPECT_EQ(xkbIdentifier(kNames, 2), "xkb.keylayout.cn.altgr-pinyin");
+    EXPECT_EQ(xkbIdentifier(kNames, 3), std::nullopt);
+}
+
+TEST(XkbIdentifier, IsNoneWithoutNames)
+{
+    EXPECT_EQ(xkbIdentifier("", 0), std::nullopt);
+    EXPECT_EQ(xkbIdentifier("evdev\0pc105\0"sv, 0), std::nullopt);
+    EXPECT_EQ(xkbIdentifier("evdev\0pc105\0us"sv, 0), "xkb.keylayout.us");
+    EXPECT_EQ(xkbIdentifier("evdev\0pc105\0us,\0\0\0"sv, 1), std::nullopt);
+}
+
+} // namespace
+} // namespace quillbrook

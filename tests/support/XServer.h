@@ -1,0 +1,25 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <string>
+
+namespace quillbrook {
+
+/// A virtual X server of a test's own, which $DISPLAY names while it runs. No window manager.
+class XServer {
+public:
+    XServer();
+    ~XServer();
+
+    XServer(const XServer&) = delete;
+    XServer& operator=(const XServer&) = delete;
+
+    /// Ends the server at once, as a crash does.
+    void kill();
+
+private:
+    pid_t process = -1;
+};
+
+} // namespace quillbrook
