@@ -75,11 +75,7 @@ FrontApplication::FrontApplication(X11Connection& x11, DesktopEntries& entries, 
     const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(x11.get(), x11.root(), XCB_CW_EVENT_MASK, &mask);
 
-    const auto cookie = xcb_get_property(
-        x11.get(), 0, x11.root(), x11.atom("_NET_SUPPORTING_WM_CHECK"), XCB_ATOM_WINDOW, 0, 1);
-    const XcbReply<xcb_get_property_reply_t> reply(
-        xcb_get_property_reply(x11.get(), cookie, nullptr));
-    if (!reply || !numberOf(*reply)) {
+    if (!hasWindowManager()) {
         notice("没有窗口管理器，暂时无法得知前台应用");
     }
     update();
@@ -106,7 +102,7 @@ void FrontApplication::handle(const xcb_generic_event_t& event)
 void FrontApplication::update()
 {
     ++changes;
-    const xcb_window_t window = activeWindow();
+    const xcb_window_t window = windowNamedBy(x11.root(), activeWindowAtom).value_or(0);
     const auto traits = window != 0 ? traitsOf(window) : std::nullopt;
     if (!traits) {
         hold();
@@ -129,13 +125,21 @@ void FrontApplication::hold()
     });
 }
 
-xcb_window_t FrontApplication::activeWindow()
+std::optional<xcb_window_t> FrontApplication::windowNamedBy(
+    xcb_window_t window, xcb_atom_t property)
 {
-    const auto cookie
-        = xcb_get_property(x11.get(), 0, x11.root(), activeWindowAtom, XCB_ATOM_WINDOW, 0, 1);
+    const auto cookie = xcb_get_property(x11.get(), 0, window, property, XCB_ATOM_WINDOW, 0, 1);
     const XcbReply<xcb_get_property_reply_t> reply(
         xcb_get_property_reply(x11.get(), cookie, nullptr));
-    return reply ? numberOf(*reply).value_or(0) : 0;
+    return reply ? numberOf(*reply) : std::nullopt;
+}
+
+bool FrontApplication::hasWindowManager()
+{
+    // It names a window of its own, which names itself; what a dead one left names nothing.
+    const xcb_atom_t check = x11.atom("_NET_SUPPORTING_WM_CHECK");
+    const auto window = windowNamedBy(x11.root(), check);
+    return window && windowNamedBy(*window, check) == window;
 }
 
 std::optional<WindowTraits> FrontApplication::traitsOf(xcb_window_t window)

@@ -41,7 +41,8 @@ private:
     void handle(const xcb_generic_event_t& event);
     void update();
     void hold();
-    xcb_window_t activeWindow();
+    bool hasWindowManager();
+    std::optional<xcb_window_t> windowNamedBy(xcb_window_t window, xcb_atom_t property);
     std::optional<WindowTraits> traitsOf(xcb_window_t window);
     void watch(xcb_window_t window);
 

@@ -1,0 +1,270 @@
+"""A private desktop for tests: X server, window manager, session and system bus, logind stand-in.
+
+All clocks on it may run many times faster, by libfaketime, in the program and in the X server
+alike, so that minutes pass in seconds without a constant of the program being touched.
+"""
+
+import os
+import re
+import shutil
+import signal
+import sqlite3
+import subprocess
+import tempfile
+import time
+
+import dbus
+import dbusmock
+
+FAKETIME = "/usr/lib/{}/faketime/libfaketime.so.1".format(
+    subprocess.check_output(["gcc", "-print-multiarch"], text=True).strip())
+
+BUS_CONFIG = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig>
+  <type>{type}</type>
+  <keep_umask/>
+  <listen>unix:path={socket}</listen>
+  <policy context="default">
+    <allow send_destination="*" eavesdrop="true"/>
+    <allow eavesdrop="true"/>
+    <allow own="*"/>
+  </policy>
+</busconfig>
+"""
+
+
+def wait_for(condition, what, timeout=20.0):
+    """Waits until `condition` gives something true, and returns it."""
+    end = time.monotonic() + timeout
+    while True:
+        result = condition()
+        if result:
+            return result
+        if time.monotonic() > end:
+            raise AssertionError("waited in vain for " + what)
+        time.sleep(0.02)
+
+
+class Desktop:
+    """One private desktop; `speed` times as fast as the world outside."""
+
+    def __init__(self, speed=60):
+        self.speed = speed
+        self.home = tempfile.mkdtemp(prefix="quillbrook-desktop-")
+        self.processes = []
+        self.env = {key: value for key, value in os.environ.items()
+                    if not key.startswith(("XDG_", "DBUS_", "QT_", "LC_", "IBUS"))}
+        self.env.update(
+            HOME=self.home, LANG="C.UTF-8", XDG_CONFIG_HOME=self.home + "/config",
+            XDG_DATA_HOME=self.home + "/share", XDG_RUNTIME_DIR=self.home + "/run",
+            XDG_SESSION_ID="c1", NO_AT_BRIDGE="1")
+        for folder in ("config", "share", "run"):
+            os.makedirs(os.path.join(self.home, folder), mode=0o700)
+        self.data = self.home + "/share/cn.tarnlow.quillbrook"
+        # Instances are told by their program's path: each desktop has a program of its own.
+        self.program = shutil.copy(os.environ["QUILLBROOK"], self.home)
+        try:
+            self._start_x_server()
+            self.start_session_bus()
+            self.start_system_bus()
+            self.start_window_manager()
+        except BaseException:
+            self.close()
+            raise
+
+    def close(self):
+        for process in reversed(self.processes):
+            self.kill(process)
+        shutil.rmtree(self.home, ignore_errors=True)
+
+    # Processes
+
+    def spawn(self, arguments, fast=False, **options):
+        env = dict(self.env)
+        if fast and self.speed != 1:
+            env.update(LD_PRELOAD=FAKETIME, FAKETIME="+0 x%d" % self.speed)
+        log = open(os.path.join(self.home, "output"), "ab")
+        process = subprocess.Popen(arguments, env=env, start_new_session=True,
+                                   stdin=subprocess.DEVNULL,
+                                   **{"stdout": log, "stderr": log, **options})
+        log.close()
+        self.processes.append(process)
+        return process
+
+    def kill(self, process, number=signal.SIGKILL):
+        """Ends a process with all that it started, and returns its exit status."""
+        if process.poll() is None:
+            try:
+                os.killpg(process.pid, number)
+            except ProcessLookupError:
+                pass
+        return process.wait(timeout=20)
+
+    def tool(self, *arguments):
+        return subprocess.check_output(arguments, env=self.env, text=True, timeout=20,
+                                       stderr=subprocess.STDOUT)
+
+    def output(self):
+        with open(os.path.join(self.home, "output"), encoding="utf-8", errors="replace") as file:
+            return file.read()
+
+    # The parts of the desktop
+
+    def _start_x_server(self):
+        read_end, write_end = os.pipe()
+        self.x_server = self.spawn(
+            ["Xvfb", "-displayfd", str(write_end), "-screen", "0", "1280x800x24", "-nolisten",
+             "tcp", "-noreset"], fast=True, pass_fds=[write_end])
+        os.close(write_end)
+        with os.fdopen(read_end) as file:
+            self.env["DISPLAY"] = ":" + file.readline().strip()
+
+    def start_window_manager(self):
+        self.window_manager = self.spawn(["openbox", "--sm-disable"])
+        wait_for(lambda: "window id" in self.tool(
+            "xprop", "-root", "_NET_SUPPORTING_WM_CHECK"), "the window manager")
+
+    def _start_bus(self, kind):
+        socket = os.path.join(self.home, kind + "-bus")
+        config = os.path.join(self.home, kind + "-bus.conf")
+        with open(config, "w", encoding="utf-8") as file:
+            file.write(BUS_CONFIG.format(type=kind, socket=socket))
+        if os.path.exists(socket):
+            os.unlink(socket)
+        process = self.spawn(["dbus-daemon", "--nofork", "--config-file", config])
+        wait_for(lambda: os.path.exists(socket), "the %s bus" % kind)
+        return process, "unix:path=" + socket
+
+    def start_session_bus(self):
+        self.session_bus_daemon, address = self._start_bus("session")
+        self.env["DBUS_SESSION_BUS_ADDRESS"] = address
+        self.session_bus = dbus.bus.BusConnection(address)
+
+    def start_system_bus(self):
+        self.system_bus_daemon, address = self._start_bus("system")
+        self.env["DBUS_SYSTEM_BUS_ADDRESS"] = address
+        self.system_bus = dbus.bus.BusConnection(address)
+        self.start_logind()
+
+    def start_logind(self):
+        self.logind_process = self.spawn(
+            ["/usr/bin/python3", "-m", "dbusmock", "--system", "--template", "logind"])
+        wait_for(lambda: self.system_bus.name_has_owner("org.freedesktop.login1"), "logind")
+        self.manager = dbus.Interface(
+            self.system_bus.get_object("org.freedesktop.login1", "/org/freedesktop/login1"),
+            dbusmock.MOCK_IFACE)
+        self.session_path = self.manager.AddSession(
+            "c1", "seat0", dbus.UInt32(os.getuid()), "user", True)
+
+    # What the person and the machine do
+
+    def prepare_for_sleep(self, is_beginning):
+        self.manager.EmitSignal("org.freedesktop.login1.Manager", "PrepareForSleep", "b",
+                                [is_beginning])
+
+    def prepare_for_shutdown(self):
+        self.manager.EmitSignal("org.freedesktop.login1.Manager", "PrepareForShutdown", "b",
+                                [True])
+
+    def inhibitors(self):
+        manager = dbus.Interface(
+            self.system_bus.get_object("org.freedesktop.login1", "/org/freedesktop/login1"),
+            "org.freedesktop.login1.Manager")
+        return [str(row[1]) for row in manager.ListInhibitors()]
+
+    def set_locked(self, is_locked):
+        session = self.system_bus.get_object("org.freedesktop.login1", self.session_path)
+        session.UpdateProperties("org.freedesktop.login1.Session",
+                                 {"LockedHint": dbus.Boolean(is_locked)},
+                                 dbus_interface=dbusmock.MOCK_IFACE)
+
+    def set_saver_active(self, is_active):
+        message = dbus.lowlevel.SignalMessage(
+            "/org/freedesktop/ScreenSaver", "org.freedesktop.ScreenSaver", "ActiveChanged")
+        message.append(is_active)
+        self.session_bus.send_message(message)
+        self.session_bus.flush()
+
+    def open_window(self, *arguments):
+        """Starts a program and waits until its window has the keys."""
+        before = self.active_window()
+        process = self.spawn(list(arguments))
+        wait_for(lambda: self.active_window() not in (0, before), "a window of " + str(arguments))
+        return process
+
+    def active_window(self):
+        found = re.search(r"window id # 0x([0-9a-f]+)",
+                          self.tool("xprop", "-root", "_NET_ACTIVE_WINDOW"))
+        return int(found.group(1), 16) if found else 0
+
+    def type(self, text):
+        self.tool("xdotool", "type", "--delay", "5", text)
+
+    def press(self, *keys):
+        self.tool("xdotool", "key", "--delay", "5", *keys)
+
+    # The recorder
+
+    def start_recorder(self, **options):
+        recorder = self.spawn([self.program], fast=True, **options)
+        return recorder
+
+    def start_recorder_and_wait(self):
+        lines = self.log().count("✅ 就绪")
+        recorder = self.start_recorder()
+        wait_for(lambda: self.log().count("✅ 就绪") > lines, "the recorder")
+        return recorder
+
+    def log(self):
+        try:
+            with open(self.data + "/monitor.log", encoding="utf-8") as file:
+                return file.read()
+        except FileNotFoundError:
+            return ""
+
+    def rows(self, sql):
+        connection = sqlite3.connect("file:%s/monitor.db?mode=ro" % self.data, uri=True)
+        try:
+            return connection.execute(sql).fetchall()
+        finally:
+            connection.close()
+
+    def write(self, sql):
+        connection = sqlite3.connect(self.data + "/monitor.db")
+        try:
+            connection.executescript(sql)
+        finally:
+            connection.close()
+
+    def sessions(self):
+        return self.rows("SELECT app_name, bundle_id, close_type, duration_sec, ended_at IS NULL "
+                         "FROM app_sessions ORDER BY id")
+
+    def session_names(self):
+        return [row[0] for row in self.sessions()]
+
+    def idles(self):
+        return self.rows("SELECT source_type, duration_sec, ended_at IS NULL FROM idle_periods "
+                         "ORDER BY id")
+
+    def wait_for_session(self, name, count=None):
+        """Waits until the newest session is an open one of `name`, the `count`th of all."""
+        def is_there():
+            rows = self.sessions()
+            return rows and rows[-1][0] == name and rows[-1][4] == 1 and (
+                count is None or len(rows) == count)
+        wait_for(is_there, "a session of %s among %s" % (name, self.sessions()))
+
+    def wait_for_idle(self, source_type):
+        def is_there():
+            rows = self.idles()
+            return rows and rows[-1][0] == source_type and rows[-1][2] == 1
+        wait_for(is_there, "an idle period of source %d among %s" % (source_type, self.idles()))
+
+    def check_integrity(self):
+        return self.rows("PRAGMA integrity_check") == [("ok",)]
+
+    def until_next_minute(self, minutes=1):
+        """Lets so many minutes of the fast clocks pass."""
+        time.sleep(60.0 * minutes / self.speed)
