@@ -113,6 +113,18 @@ std::string validUtf8(std::string_view text)
     return valid;
 }
 
+bool isValidUtf8(std::string_view text)
+{
+    while (!text.empty()) {
+        const std::size_t length = characterLength(text);
+        if (length == 0) {
+            return false;
+        }
+        text.remove_prefix(length);
+    }
+    return true;
+}
+
 std::string_view firstCharacters(std::string_view text, std::size_t count)
 {
     std::size_t end = 0;

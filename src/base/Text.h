@@ -24,6 +24,9 @@ std::string filled(std::string_view form, std::initializer_list<std::string_view
 /// `text` with every byte that is no part of well-formed UTF-8 replaced by U+FFFD.
 std::string validUtf8(std::string_view text);
 
+/// Whether `text` is well-formed UTF-8. Allocates nothing.
+bool isValidUtf8(std::string_view text);
+
 /// The beginning of well-formed UTF-8 `text`, at most `count` characters (code points) long.
 std::string_view firstCharacters(std::string_view text, std::size_t count);
 

@@ -1,42 +1,17 @@
 #include "engine/MonitorEngine.h"
 
+#include "base/AtomicFile.h"
 #include "base/Text.h"
 #include "platform/MainLoop.h"
 #include "platform/Workspace.h"
 
 #include <filesystem>
-#include <fstream>
 #include <string>
 #include <system_error>
 
 namespace quillbrook {
 
 namespace fs = std::filesystem;
-
-namespace {
-
-/// Makes the file whole or not at all.
-void writeAtomically(const fs::path& path, const std::string& text)
-{
-    fs::path draft = path;
-    draft += ".new";
-    bool isWritten = false;
-    {
-        std::ofstream stream(draft, std::ios::binary | std::ios::trunc);
-        stream << text;
-        stream.close();
-        isWritten = stream.good();
-    }
-    std::error_code failure;
-    if (isWritten) {
-        fs::rename(draft, path, failure);
-    }
-    if (!isWritten || failure) {
-        fs::remove(draft, failure);
-    }
-}
-
-} // namespace
 
 void MonitorEngine::start()
 {

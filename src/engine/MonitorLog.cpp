@@ -1,6 +1,7 @@
 #include "engine/MonitorLog.h"
 
 #include "base/Fatal.h"
+#include "base/IsoTime.h"
 #include "base/Text.h"
 #include "platform/Clock.h"
 
@@ -8,10 +9,6 @@
 #include <sys/types.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <array>
-#include <chrono>
-#include <cmath>
 #include <cstdint>
 #include <cstdio>
 
@@ -20,25 +17,6 @@ namespace quillbrook {
 namespace {
 
 constexpr double kInt64Limit = 9223372036854775808.0;
-
-/// ISO 8601 in UTC, seconds cut off. Times outside the years 0 to 9999 read as the nearest in.
-std::string isoTime(double unixSeconds)
-{
-    constexpr double kEarliest = -62167219200.0;
-    constexpr double kLatest = 253402300799.0;
-    const std::chrono::sys_seconds time{std::chrono::seconds(
-        static_cast<std::int64_t>(std::floor(std::clamp(unixSeconds, kEarliest, kLatest))))};
-    const auto day = std::chrono::floor<std::chrono::days>(time);
-    const std::chrono::year_month_day date{day};
-    const std::chrono::hh_mm_ss clockTime{time - day};
-    std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), "%04d-%02u-%02uT%02d:%02d:%02dZ",
-        static_cast<int>(date.year()), static_cast<unsigned>(date.month()),
-        static_cast<unsigned>(date.day()), static_cast<int>(clockTime.hours().count()),
-        static_cast<int>(clockTime.minutes().count()),
-        static_cast<int>(clockTime.seconds().count()));
-    return text.data();
-}
 
 } // namespace
 

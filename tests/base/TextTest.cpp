@@ -86,5 +86,13 @@ TEST(AsciiLowered, LeavesAllElseAlone)
     EXPECT_EQ(asciiLowered("Com.Apple.ÀZ@["), "com.apple.Àz@[");
 }
 
+TEST(IsValidUtf8, RefusesWhatValidUtf8WouldReplace)
+{
+    EXPECT_TRUE(isValidUtf8(""));
+    EXPECT_TRUE(isValidUtf8("今天|Today\n"));
+    EXPECT_FALSE(isValidUtf8("Today\xFF"));
+    EXPECT_FALSE(isValidUtf8("\xE4\xBB"));
+}
+
 } // namespace
 } // namespace quillbrook

@@ -1,0 +1,32 @@
+#include "base/AtomicFile.h"
+
+#include <fstream>
+#include <system_error>
+
+namespace quillbrook {
+
+namespace fs = std::filesystem;
+
+bool writeAtomically(const fs::path& path, std::string_view text)
+{
+    fs::path draft = path;
+    draft += ".new";
+    bool isWritten = false;
+    {
+        std::ofstream stream(draft, std::ios::binary | std::ios::trunc);
+        stream << text;
+        stream.close();
+        isWritten = stream.good();
+    }
+    std::error_code failure;
+    if (isWritten) {
+        fs::rename(draft, path, failure);
+    }
+    if (isWritten && !failure) {
+        return true;
+    }
+    fs::remove(draft, failure);
+    return false;
+}
+
+} // namespace quillbrook
