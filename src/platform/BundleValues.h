@@ -14,6 +14,10 @@ public:
 
     /// The text under a key such as "CFBundleShortVersionString"; empty when there is none.
     virtual std::optional<std::string> infoValue(std::string_view key) const = 0;
+
+    /// Where the package lies, an absolute path. macOS: the main bundle's path; Linux: the
+    /// program's.
+    virtual std::string bundlePath() const = 0;
 };
 
 } // namespace quillbrook

@@ -7,12 +7,14 @@ class BundleValues;
 class ChildProcess;
 class Clock;
 class Directories;
+class HostFacts;
 class HumanInput;
 class InputSource;
 class KernelFigures;
 class KeyCounting;
 class LocaleText;
 class MainLoop;
+class TimeZone;
 class UserDefaults;
 class WorkQueues;
 class Workspace;
@@ -33,6 +35,8 @@ struct Platform {
     const BundleValues& bundleValues;
     const LocaleText& localeText;
     const Directories& directories;
+    const TimeZone& timeZone;
+    const HostFacts& hostFacts;
 };
 
 } // namespace quillbrook

@@ -2,6 +2,9 @@
 
 #include "platform/Directories.h"
 
+#include <filesystem>
+#include <system_error>
+
 namespace quillbrook {
 
 std::optional<std::string> LinuxBundleValues::infoValue(std::string_view key) const
@@ -13,6 +16,13 @@ std::optional<std::string> LinuxBundleValues::infoValue(std::string_view key) co
         return QUILLBROOK_VERSION;
     }
     return std::nullopt;
+}
+
+std::string LinuxBundleValues::bundlePath() const
+{
+    std::error_code failure;
+    const auto path = std::filesystem::read_symlink("/proc/self/exe", failure);
+    return failure ? std::string() : path.string();
 }
 
 } // namespace quillbrook

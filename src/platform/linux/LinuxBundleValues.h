@@ -8,6 +8,7 @@ namespace quillbrook {
 class LinuxBundleValues final : public BundleValues {
 public:
     std::optional<std::string> infoValue(std::string_view key) const override;
+    std::string bundlePath() const override;
 };
 
 } // namespace quillbrook

@@ -5,6 +5,7 @@
 #include "platform/linux/FrontApplication.h"
 #include "platform/linux/LinuxBundleValues.h"
 #include "platform/linux/LinuxChildProcess.h"
+#include "platform/linux/LinuxHostFacts.h"
 #include "platform/linux/LinuxInputSource.h"
 #include "platform/linux/LinuxWorkspace.h"
 #include "platform/linux/Logind.h"
@@ -23,6 +24,7 @@
 #include "platform/qt/QtUserDefaults.h"
 #include "platform/qt/QtWorkQueues.h"
 #include "platform/qt/SystemClock.h"
+#include "platform/qt/SystemTimeZone.h"
 
 #include <cstdlib>
 #include <utility>
@@ -98,6 +100,8 @@ struct LinuxPlatform::Parts {
     QtLocaleText localeText{};
     QtDirectories directories{};
     LinuxBundleValues bundleValues{};
+    SystemTimeZone timeZone{};
+    LinuxHostFacts hostFacts{};
     ProcKernelFigures kernelFigures{};
 
     X11Connection x11{};
@@ -147,7 +151,9 @@ Platform LinuxPlatform::platform()
         .userDefaults = parts->userDefaults,
         .bundleValues = parts->bundleValues,
         .localeText = parts->localeText,
-        .directories = parts->directories};
+        .directories = parts->directories,
+        .timeZone = parts->timeZone,
+        .hostFacts = parts->hostFacts};
 }
 
 } // namespace quillbrook

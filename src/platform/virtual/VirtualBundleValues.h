@@ -16,6 +16,9 @@ public:
         return found == values.end() ? std::nullopt : std::optional(found->second);
     }
 
+    std::string bundlePath() const override { return path; }
+
+    void setBundlePath(std::string newPath) { path = std::move(newPath); }
     void set(std::string key, std::string value)
     {
         values.insert_or_assign(std::move(key), std::move(value));
@@ -23,6 +26,7 @@ public:
 
 private:
     std::map<std::string, std::string, std::less<>> values{};
+    std::string path = "/Applications/Quillbrook.app";
 };
 
 } // namespace quillbrook

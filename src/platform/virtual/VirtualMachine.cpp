@@ -28,7 +28,9 @@ Platform VirtualMachine::platform()
         .userDefaults = userDefaults,
         .bundleValues = bundleValues,
         .localeText = localeText,
-        .directories = directories};
+        .directories = directories,
+        .timeZone = timeZone,
+        .hostFacts = hostFacts};
 }
 
 void VirtualMachine::bringToFront(std::string name, std::string bundleIdentifier)

@@ -7,6 +7,7 @@
 #include "platform/virtual/VirtualChildProcess.h"
 #include "platform/virtual/VirtualClock.h"
 #include "platform/virtual/VirtualDirectories.h"
+#include "platform/virtual/VirtualHostFacts.h"
 #include "platform/virtual/VirtualHumanInput.h"
 #include "platform/virtual/VirtualInputSource.h"
 #include "platform/virtual/VirtualKernelFigures.h"
@@ -14,6 +15,7 @@
 #include "platform/virtual/VirtualLocaleText.h"
 #include "platform/virtual/VirtualMainLoop.h"
 #include "platform/virtual/VirtualTimeVfs.h"
+#include "platform/virtual/VirtualTimeZone.h"
 #include "platform/virtual/VirtualUserDefaults.h"
 #include "platform/virtual/VirtualWorkQueues.h"
 #include "platform/virtual/VirtualWorkspace.h"
@@ -58,6 +60,8 @@ public:
     VirtualBundleValues bundleValues{};
     VirtualLocaleText localeText{};
     VirtualDirectories directories;
+    VirtualTimeZone timeZone{};
+    VirtualHostFacts hostFacts{};
 
 private:
     VirtualTimeVfs timeVfs{clock};
