@@ -12,6 +12,8 @@ const QString kName = QStringLiteral("cn.tarnlow.quillbrook");
 const QString kPath = QStringLiteral("/cn/tarnlow/quillbrook");
 const QString kConnection = QStringLiteral("quillbrook-instance");
 
+constexpr int kAnswerTimeoutMs = 3000;
+
 /// What a window system wants to know of who asks for a window.
 QVariantMap activationTokens()
 {
@@ -39,7 +41,7 @@ SingleInstance::SingleInstance() : bus(kConnection)
         return;
     }
     bus.registerObject(kPath, this, QDBusConnection::ExportScriptableSlots);
-    first = bus.registerService(kName);
+    hasName = bus.registerService(kName);
 }
 
 SingleInstance::~SingleInstance()
@@ -47,13 +49,16 @@ SingleInstance::~SingleInstance()
     QDBusConnection::disconnectFromBus(kConnection);
 }
 
-void SingleInstance::handOver() const
+bool SingleInstance::handOver() const
 {
+    if (hasName || !bus.isConnected()) {
+        return false;
+    }
     auto call = QDBusMessage::createMethodCall(
         kName, kPath, QStringLiteral("org.freedesktop.Application"), QStringLiteral("Activate"));
     call.setArguments({activationTokens()});
     call.setAutoStartService(false);
-    bus.call(call);
+    return bus.call(call, QDBus::Block, kAnswerTimeoutMs).type() == QDBusMessage::ReplyMessage;
 }
 
 void SingleInstance::Activate(const QVariantMap&)

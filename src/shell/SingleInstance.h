@@ -22,11 +22,9 @@ public:
     SingleInstance(const SingleInstance&) = delete;
     SingleInstance& operator=(const SingleInstance&) = delete;
 
-    /// Whether no other instance has the name. True also where there is no bus to tell.
-    bool isFirst() const { return first; }
-
-    /// Asks the instance that has the name to show itself.
-    void handOver() const;
+    /// Asks the instance that has the name to show itself. False when there is none, or none that
+    /// answers: then this one runs on.
+    bool handOver() const;
 
     /// Calls `reopened` each time a later instance hands over.
     void onReopen(std::function<void()> body) { reopened = std::move(body); }
@@ -36,7 +34,7 @@ public Q_SLOTS:
 
 private:
     QDBusConnection bus;
-    bool first = true;
+    bool hasName = false;
     std::function<void()> reopened = [] {};
 };
 

@@ -28,8 +28,7 @@ int main(int argc, char** argv)
     std::signal(SIGPIPE, SIG_IGN);
 
     const quillbrook::SingleInstance instance;
-    if (!instance.isFirst()) {
-        instance.handOver();
+    if (instance.handOver()) {
         return 0;
     }
 

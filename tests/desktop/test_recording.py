@@ -280,6 +280,38 @@ class RecordingTest(unittest.TestCase):
         desktop.set_saver_active(True)
         desktop.wait_for_idle(3)
 
+    def test_a_saver_that_dies_covers_nothing(self):
+        desktop = self.desktop
+        self.start_working()
+        saver = desktop.spawn(["/usr/bin/python3", "-m", "dbusmock", "--session", "org.gnome.ScreenSaver",
+                               "/org/gnome/ScreenSaver", "org.gnome.ScreenSaver"])
+        wait_for(lambda: desktop.session_bus.name_has_owner("org.gnome.ScreenSaver"), "the saver")
+        desktop.session_bus.get_object("org.gnome.ScreenSaver", "/org/gnome/ScreenSaver").EmitSignal(
+            "org.gnome.ScreenSaver", "ActiveChanged", "b", [True],
+            dbus_interface="org.freedesktop.DBus.Mock")
+        desktop.wait_for_idle(3)
+        desktop.kill(saver)
+        desktop.wait_for_session("XTerm", 2)
+
+    def test_a_saver_that_is_on_at_the_start(self):
+        desktop = self.desktop
+        desktop.spawn(["/usr/bin/python3", "-m", "dbusmock", "--session", "org.gnome.ScreenSaver",
+                       "/org/gnome/ScreenSaver", "org.gnome.ScreenSaver"])
+        wait_for(lambda: desktop.session_bus.name_has_owner("org.gnome.ScreenSaver"), "the saver")
+        desktop.session_bus.get_object("org.gnome.ScreenSaver", "/org/gnome/ScreenSaver").AddMethod(
+            "org.gnome.ScreenSaver", "GetActive", "", "b", "ret = True",
+            dbus_interface="org.freedesktop.DBus.Mock")
+        desktop.start_recorder_and_wait()
+        wait_for(lambda: "🔒" in desktop.log(), "the lock")
+
+    def test_a_logind_that_dies_knows_no_lock(self):
+        desktop = self.desktop
+        self.start_working()
+        desktop.set_locked(True)
+        desktop.wait_for_idle(3)
+        desktop.kill(desktop.logind_process)
+        desktop.wait_for_session("XTerm", 2)
+
     def test_odd_application_names(self):
         desktop = self.desktop
         desktop.open_window("xcalc")

@@ -29,14 +29,9 @@ QString sessionBusAddress()
     return address;
 }
 
-Bus::Bus(Kind kind, MainLoop& mainLoop) : kind(kind)
+Bus::Bus(Kind kind, MainLoop& mainLoop) : kind(kind), mainLoop(mainLoop)
 {
     connectToBus();
-    mainLoop.repeatEvery(kRetrySec, [self = QPointer<Bus>(this)] {
-        if (self && !self->isThere()) {
-            self->connectToBus();
-        }
-    });
 }
 
 Bus::~Bus()
@@ -49,7 +44,7 @@ void Bus::whenThere(std::function<void(QDBusConnection)> body)
     if (isThere()) {
         body(connection());
     }
-    bodies.push_back(std::move(body));
+    thereBodies.push_back(std::move(body));
 }
 
 void Bus::connectToBus()
@@ -73,12 +68,33 @@ void Bus::connectToBus()
             notice(isSession ? "没有会话总线，暂无通知、屏保和输入法信息"
                              : "没有系统总线，暂无睡眠和锁屏信息");
         }
+        retryLater();
         return;
     }
     isMissingTold = false;
-    for (const auto& body : bodies) {
+    connection().connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
+        QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
+        SLOT(disconnected()));
+    for (const auto& body : thereBodies) {
         body(connection());
     }
+}
+
+void Bus::disconnected()
+{
+    for (const auto& body : goneBodies) {
+        body();
+    }
+    connectToBus();
+}
+
+void Bus::retryLater()
+{
+    mainLoop.runAfter(kRetrySec, [self = QPointer<Bus>(this)] {
+        if (self) {
+            self->connectToBus();
+        }
+    });
 }
 
 } // namespace quillbrook

@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <functional>
+#include <utility>
 #include <vector>
 
 namespace quillbrook {
@@ -32,18 +33,27 @@ public:
     /// Calls `body` now if the bus is there, and each time that it comes.
     void whenThere(std::function<void(QDBusConnection)> body);
 
+    /// Calls `body` each time that the bus goes away.
+    void whenGone(std::function<void()> body) { goneBodies.push_back(std::move(body)); }
+
     /// The connection; not connected while the bus is missing.
     QDBusConnection connection() const { return QDBusConnection(connectionName); }
 
     bool isThere() const { return connection().isConnected(); }
 
+private Q_SLOTS:
+    void disconnected();
+
 private:
     void connectToBus();
+    void retryLater();
     Kind kind;
+    MainLoop& mainLoop;
     QString connectionName{};
     int attempts = 0;
     bool isMissingTold = false;
-    std::vector<std::function<void(QDBusConnection)>> bodies{};
+    std::vector<std::function<void(QDBusConnection)>> thereBodies{};
+    std::vector<std::function<void()>> goneBodies{};
 };
 
 } // namespace quillbrook

@@ -41,7 +41,8 @@ void Fcitx5InputMethod::setUp(QDBusConnection bus)
         QStringLiteral("NameHasOwner"));
     call.setArguments({kService});
     callLater(bus, call, this, [this](const QDBusMessage& reply) {
-        if (reply.arguments().value(0).toBool() && !running) {
+        if (reply.type() == QDBusMessage::ReplyMessage && reply.arguments().value(0).toBool()
+            && !running) {
             came();
         }
     });

@@ -22,9 +22,10 @@ std::optional<LaunchFailure> LinuxChildProcess::launch(
 }
 
 std::variant<FinishedProcess, LaunchFailure> LinuxChildProcess::run(
-    const std::string& path, const std::vector<std::string>&)
+    const std::string& path, const std::vector<std::string>& arguments)
 {
-    if (path == "/bin/bash") {
+    if (path == "/bin/bash" && !arguments.empty()
+        && arguments.back().find("WindowServer") != std::string::npos) {
         return FinishedProcess{};
     }
     return LaunchFailure{"本系统没有 " + path};

@@ -7,7 +7,6 @@
 #include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
-#include <QDBusServiceWatcher>
 #include <QDBusVariant>
 
 #include <unistd.h>
@@ -51,7 +50,16 @@ Logind::Logind(Bus& systemBus, Handlers handlers)
     : systemBus(systemBus)
     , handlers(std::move(handlers))
 {
+    watcher.addWatchedService(kService);
+    connect(&watcher, &QDBusServiceWatcher::serviceRegistered, this, [this] {
+        inhibit();
+        findSession();
+    });
+    // Without logind nobody knows of a lock.
+    connect(&watcher, &QDBusServiceWatcher::serviceUnregistered, this,
+        [this] { this->handlers.lockedChanged(false); });
     systemBus.whenThere([this](const QDBusConnection& bus) { setUp(bus); });
+    systemBus.whenGone([this] { this->handlers.lockedChanged(false); });
 }
 
 void Logind::setUp(QDBusConnection bus)
@@ -60,12 +68,7 @@ void Logind::setUp(QDBusConnection bus)
         SLOT(prepareForSleep(bool)));
     bus.connect(kService, kPath, kManager, QStringLiteral("PrepareForShutdown"), this,
         SLOT(prepareForShutdown(bool)));
-    auto* watcher
-        = new QDBusServiceWatcher(kService, bus, QDBusServiceWatcher::WatchForRegistration, this);
-    connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, [this] {
-        inhibit();
-        findSession();
-    });
+    watcher.setConnection(bus);
     inhibit();
     findSession();
 }

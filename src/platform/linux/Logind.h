@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDBusConnection>
+#include <QDBusServiceWatcher>
 #include <QDBusUnixFileDescriptor>
 #include <QObject>
 #include <QString>
@@ -8,8 +9,6 @@
 #include <QVariantMap>
 
 #include <functional>
-
-class QDBusObjectPath;
 
 namespace quillbrook {
 
@@ -46,6 +45,7 @@ private:
 
     Bus& systemBus;
     Handlers handlers;
+    QDBusServiceWatcher watcher{};
     QDBusUnixFileDescriptor inhibitor{}; // logind waits while it is open
     QString sessionPath{};
 };

@@ -1,29 +1,75 @@
 #include "platform/linux/ScreenSaverSignals.h"
 
 #include "platform/linux/Bus.h"
+#include "platform/linux/Calls.h"
 
+#include <QDBusMessage>
+
+#include <array>
 #include <utility>
 
 namespace quillbrook {
 
+namespace {
+
+/// Under one name each saver is a service, an interface and, with slashes, a path.
+constexpr std::array kSavers = {"org.freedesktop.ScreenSaver", "org.gnome.ScreenSaver",
+    "org.cinnamon.ScreenSaver", "org.mate.ScreenSaver", "org.xfce.ScreenSaver"};
+
+} // namespace
+
 ScreenSaverSignals::ScreenSaverSignals(Bus& sessionBus, std::function<void(bool)> changed)
     : changed(std::move(changed))
 {
+    watcher.setWatchMode(QDBusServiceWatcher::WatchForUnregistration);
+    connect(&watcher, &QDBusServiceWatcher::serviceUnregistered, this,
+        [this](const QString& saver) { set(saver, false); });
     sessionBus.whenThere([this](const QDBusConnection& bus) { setUp(bus); });
+    sessionBus.whenGone([this] {
+        activeSavers.clear();
+        this->changed(false);
+    });
 }
 
 void ScreenSaverSignals::setUp(QDBusConnection bus)
 {
-    for (const char* interface : {"org.freedesktop.ScreenSaver", "org.gnome.ScreenSaver",
-             "org.cinnamon.ScreenSaver", "org.mate.ScreenSaver", "org.xfce.ScreenSaver"}) {
-        bus.connect(QString(), QString(), QString::fromLatin1(interface),
-            QStringLiteral("ActiveChanged"), this, SLOT(activeChanged(bool)));
+    watcher.setConnection(bus);
+    for (const char* saver : kSavers) {
+        const QString interface = QString::fromLatin1(saver);
+        bus.connect(QString(), QString(), interface, QStringLiteral("ActiveChanged"), this,
+            SLOT(activeChanged(bool, QDBusMessage)));
+        ask(bus, interface);
     }
 }
 
-void ScreenSaverSignals::activeChanged(bool isActive)
+void ScreenSaverSignals::ask(const QDBusConnection& bus, const QString& interface)
 {
-    changed(isActive);
+    QString path = interface;
+    path.replace(QLatin1Char('.'), QLatin1Char('/'));
+    const auto call = QDBusMessage::createMethodCall(
+        interface, QLatin1Char('/') + path, interface, QStringLiteral("GetActive"));
+    callLater(bus, call, this, [this](const QDBusMessage& reply) {
+        if (reply.type() == QDBusMessage::ReplyMessage && reply.arguments().value(0).toBool()) {
+            set(reply.service(), true);
+        }
+    });
+}
+
+void ScreenSaverSignals::activeChanged(bool isActive, const QDBusMessage& signal)
+{
+    set(signal.service(), isActive);
+}
+
+void ScreenSaverSignals::set(const QString& saver, bool isActive)
+{
+    if (isActive) {
+        activeSavers.insert(saver);
+        watcher.addWatchedService(saver);
+    } else {
+        activeSavers.remove(saver);
+        watcher.removeWatchedService(saver);
+    }
+    changed(!activeSavers.isEmpty());
 }
 
 } // namespace quillbrook

@@ -63,7 +63,8 @@ TEST_F(LinuxChildProcessTest, WithoutABusANotificationFailsAtOnce)
 
 TEST_F(LinuxChildProcessTest, TheDisplayServersLinePrintsNothing)
 {
-    const auto outcome = childProcess.run("/bin/bash", {"-c", "ps"});
+    const auto outcome = childProcess.run(
+        "/bin/bash", {"-c", "ps -p $(pgrep -x WindowServer) -o %cpu=,rss= 2>/dev/null"});
     ASSERT_TRUE(std::holds_alternative<FinishedProcess>(outcome));
     EXPECT_EQ(std::get<FinishedProcess>(outcome).exitStatus, 0);
     EXPECT_EQ(std::get<FinishedProcess>(outcome).standardOutput, "");
@@ -73,6 +74,7 @@ TEST_F(LinuxChildProcessTest, NothingElseCanBeLaunched)
 {
     EXPECT_TRUE(childProcess.launch("/usr/bin/osascript", {"-e", "beep"}));
     EXPECT_TRUE(childProcess.launch("/bin/true", {}));
+    EXPECT_TRUE(std::holds_alternative<LaunchFailure>(childProcess.run("/bin/bash", {"-c", "ls"})));
     const auto reset
         = childProcess.run("/usr/bin/tccutil", {"reset", "Accessibility", "cn.tarnlow.quillbrook"});
     ASSERT_TRUE(std::holds_alternative<LaunchFailure>(reset));
