@@ -1,0 +1,218 @@
+#include "pages/kit/AccessibleViews.h"
+
+#include "pages/kit/DrawnView.h"
+#include "pages/kit/Spoken.h"
+
+#include <QAbstractButton>
+#include <QAccessibleWidget>
+#include <QPointer>
+#include <QWindow>
+
+#include <algorithm>
+#include <map>
+
+namespace quillbrook {
+
+namespace {
+
+/// One drawn item. It knows its view and place, and reads the rest from the view's figures at
+/// each question, so that it never tells of data that is gone.
+class AccessibleItem final : public QAccessibleInterface {
+public:
+    AccessibleItem(DrawnView* view, int place) : view(view), place(place) {}
+
+    bool isValid() const override { return view != nullptr && item().has_value(); }
+    QObject* object() const override { return nullptr; }
+    QWindow* window() const override
+    {
+        return view != nullptr ? view->window()->windowHandle() : nullptr;
+    }
+    QAccessibleInterface* parent() const override
+    {
+        return QAccessible::queryAccessibleInterface(view.data());
+    }
+    QAccessibleInterface* child(int) const override { return nullptr; }
+    QAccessibleInterface* childAt(int, int) const override { return nullptr; }
+    int childCount() const override { return 0; }
+    int indexOfChild(const QAccessibleInterface*) const override { return -1; }
+    void setText(QAccessible::Text, const QString&) override {}
+
+    QString text(QAccessible::Text kind) const override
+    {
+        const auto present = item();
+        if (!present) {
+            return {};
+        }
+        if (kind == QAccessible::Name) {
+            return present->name;
+        }
+        return kind == QAccessible::Value ? present->value : QString();
+    }
+
+    QRect rect() const override
+    {
+        const auto present = item();
+        if (!present) {
+            return {};
+        }
+        // Borders are rounded one by one, so that neighbours stay neighbours.
+        const QRectF& rect = present->rect;
+        const QPoint from(qRound(rect.left()), qRound(rect.top()));
+        const QPoint to(qRound(rect.right()), qRound(rect.bottom()));
+        return {view->mapToGlobal(from), QSize(to.x() - from.x(), to.y() - from.y())};
+    }
+
+    QAccessible::Role role() const override
+    {
+        const auto present = item();
+        if (!present || present->role == DrawnRole::text) {
+            return QAccessible::StaticText;
+        }
+        return present->role == DrawnRole::cell ? QAccessible::Cell : QAccessible::Indicator;
+    }
+
+    QAccessible::State state() const override
+    {
+        QAccessible::State state;
+        state.readOnly = true;
+        state.invalid = !isValid();
+        return state;
+    }
+
+private:
+    std::optional<DrawnItem> item() const
+    {
+        if (view == nullptr) {
+            return std::nullopt;
+        }
+        const std::vector<DrawnItem> items = view->drawnItems();
+        const auto index = static_cast<std::size_t>(place);
+        return index < items.size() ? std::optional(items[index]) : std::nullopt;
+    }
+
+    QPointer<DrawnView> view;
+    int place;
+};
+
+class AccessibleDrawnView final : public QAccessibleWidget {
+public:
+    explicit AccessibleDrawnView(DrawnView* view) : QAccessibleWidget(view, QAccessible::Grouping)
+    {
+    }
+
+    ~AccessibleDrawnView() override
+    {
+        for (const auto& [place, id] : children) {
+            QAccessible::deleteAccessibleInterface(id);
+        }
+    }
+
+    int childCount() const override { return static_cast<int>(view()->drawnItems().size()); }
+
+    QAccessibleInterface* child(int index) const override
+    {
+        if (index < 0 || index >= childCount()) {
+            return nullptr;
+        }
+        auto found = children.find(index);
+        if (found == children.end()) {
+            const auto id = QAccessible::registerAccessibleInterface(
+                new AccessibleItem(view(), index)); // owned by the registry
+            found = children.emplace(index, id).first;
+        }
+        return QAccessible::accessibleInterface(found->second);
+    }
+
+    QAccessibleInterface* childAt(int x, int y) const override
+    {
+        for (int index = 0; index < childCount(); ++index) {
+            if (QAccessibleInterface* item = child(index); item->rect().contains(x, y)) {
+                return item;
+            }
+        }
+        return nullptr;
+    }
+
+    int indexOfChild(const QAccessibleInterface* item) const override
+    {
+        const auto found = std::find_if(children.begin(), children.end(), [&](const auto& entry) {
+            return QAccessible::accessibleInterface(entry.second) == item;
+        });
+        return found == children.end() ? -1 : found->first;
+    }
+
+private:
+    DrawnView* view() const { return static_cast<DrawnView*>(object()); }
+
+    mutable std::map<int, QAccessible::Id> children{};
+};
+
+/// A widget that says itself what it is; a button among them can be pressed.
+class AccessibleSpoken final : public QAccessibleWidget {
+public:
+    AccessibleSpoken(QWidget* widget, const Spoken& spoken)
+        : QAccessibleWidget(widget, spoken.accessibleRole())
+        , spoken(spoken)
+    {
+    }
+
+    QString text(QAccessible::Text kind) const override
+    {
+        return kind == QAccessible::Value ? spoken.accessibleValue()
+                                          : QAccessibleWidget::text(kind);
+    }
+
+    QAccessible::State state() const override
+    {
+        QAccessible::State state = QAccessibleWidget::state();
+        if (const auto* pressable = button()) {
+            state.checkable = pressable->isCheckable();
+            state.checked = pressable->isChecked();
+        }
+        return state;
+    }
+
+    QStringList actionNames() const override
+    {
+        QStringList names = QAccessibleWidget::actionNames();
+        if (button() != nullptr) {
+            names.prepend(QAccessibleActionInterface::pressAction());
+        }
+        return names;
+    }
+
+    void doAction(const QString& name) override
+    {
+        if (auto* pressable = button();
+            pressable != nullptr && name == QAccessibleActionInterface::pressAction()) {
+            pressable->click();
+        } else {
+            QAccessibleWidget::doAction(name);
+        }
+    }
+
+private:
+    QAbstractButton* button() const { return qobject_cast<QAbstractButton*>(object()); }
+
+    const Spoken& spoken; // a base of the widget
+};
+
+QAccessibleInterface* interfaceFor(const QString&, QObject* object)
+{
+    if (auto* view = qobject_cast<DrawnView*>(object)) {
+        return new AccessibleDrawnView(view);
+    }
+    if (const auto* spoken = dynamic_cast<const Spoken*>(object)) {
+        return new AccessibleSpoken(qobject_cast<QWidget*>(object), *spoken);
+    }
+    return nullptr;
+}
+
+} // namespace
+
+void installAccessibleViews()
+{
+    QAccessible::installFactory(&interfaceFor);
+}
+
+} // namespace quillbrook

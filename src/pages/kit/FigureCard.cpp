@@ -1,0 +1,88 @@
+#include "pages/kit/FigureCard.h"
+
+#include "pages/kit/Look.h"
+#include "pages/kit/Symbol.h"
+#include "pages/kit/TextDrawing.h"
+
+#include <QFontMetrics>
+#include <QPainter>
+
+namespace quillbrook {
+
+namespace {
+
+constexpr int kPadding = 16;
+constexpr int kSpacing = 8;
+constexpr int kSymbolPixels = 20;
+constexpr int kValuePixels = 20;
+constexpr int kTitlePixels = 12;
+constexpr double kRadius = 12;
+constexpr double kGroundOpacity = 0.08;
+constexpr int kMinimumWidth = 96;
+
+QFont valueFont()
+{
+    return Look::monospacedFont(kValuePixels, QFont::Bold);
+}
+
+QFont titleFont()
+{
+    return Look::systemFont(kTitlePixels);
+}
+
+/// Lines of a set height, as the fonts of a mixed text differ in theirs.
+int lineHeight(int pixels)
+{
+    return pixels * 5 / 4;
+}
+
+} // namespace
+
+FigureCard::FigureCard(Shrinking shrinking, QWidget* parent) : QWidget(parent), shrinking(shrinking)
+{
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+void FigureCard::setFigure(
+    const QString& newSymbol, SystemColor newColor, const QString& newValue, const QString& title)
+{
+    symbol = newSymbol;
+    color = newColor;
+    value = newValue;
+    setAccessibleName(title);
+    setToolTip(value + '\n' + title);
+    update();
+}
+
+QSize FigureCard::sizeHint() const
+{
+    const int height = 2 * kPadding + kSymbolPixels + kSpacing + lineHeight(kValuePixels) + kSpacing
+        + lineHeight(kTitlePixels);
+    return {180, height};
+}
+
+QSize FigureCard::minimumSizeHint() const
+{
+    return {kMinimumWidth, sizeHint().height()};
+}
+
+void FigureCard::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QColor tint = Look::color(color, palette());
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(Look::faded(tint, kGroundOpacity));
+    painter.drawRoundedRect(rect(), kRadius, kRadius);
+
+    QRectF line(kPadding, kPadding, width() - 2 * kPadding, kSymbolPixels);
+    Symbol::draw(painter, symbol, line, tint);
+    line.setRect(kPadding, line.bottom() + kSpacing, line.width(), lineHeight(kValuePixels));
+    drawShrunkText(painter, line, Qt::AlignCenter, value, valueFont(), Look::primaryText(palette()),
+        shrinking.value);
+    line.setRect(kPadding, line.bottom() + kSpacing, line.width(), lineHeight(kTitlePixels));
+    drawShrunkText(painter, line, Qt::AlignCenter, accessibleName(), titleFont(),
+        Look::secondaryText(palette()), shrinking.title);
+}
+
+} // namespace quillbrook

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "base/SystemColor.h"
+#include "pages/kit/Spoken.h"
+
+#include <QWidget>
+
+namespace quillbrook {
+
+/// A figure on a ground of its colour: symbol, value, title, centred above each other. Screen
+/// readers find one text with the title as name.
+class FigureCard final : public QWidget, public Spoken {
+    Q_OBJECT
+
+public:
+    /// How small value and title may become where the card is narrow.
+    struct Shrinking {
+        double value = 1;
+        double title = 1;
+    };
+
+    explicit FigureCard(Shrinking shrinking, QWidget* parent = nullptr);
+
+    void setFigure(
+        const QString& symbol, SystemColor color, const QString& value, const QString& title);
+
+    QAccessible::Role accessibleRole() const override { return QAccessible::StaticText; }
+    QString accessibleValue() const override { return value; }
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    Shrinking shrinking;
+    QString symbol{};
+    SystemColor color = SystemColor::blue;
+    QString value{};
+};
+
+} // namespace quillbrook

@@ -1,0 +1,20 @@
+#include "pages/kit/Line.h"
+
+#include "pages/kit/Look.h"
+
+#include <QPainter>
+
+namespace quillbrook {
+
+Line::Line(QWidget* parent) : QWidget(parent)
+{
+    setFixedHeight(1);
+}
+
+void Line::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.fillRect(rect(), Look::separator(palette()));
+}
+
+} // namespace quillbrook

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QWidget>
+
+namespace quillbrook {
+
+/// A divider: a horizontal line in the separator colour.
+class Line final : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit Line(QWidget* parent = nullptr);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+} // namespace quillbrook

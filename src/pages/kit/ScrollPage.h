@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QScrollArea>
+
+class QVBoxLayout;
+
+namespace quillbrook {
+
+/// A page that is a column and scrolls when it is higher than its place.
+class ScrollPage : public QScrollArea {
+    Q_OBJECT
+
+public:
+    struct Spacing {
+        int around = 0; // device-independent pixels, on all sides
+        int between = 0;
+    };
+
+    explicit ScrollPage(Spacing spacing, QWidget* parent = nullptr);
+
+    QVBoxLayout* column() { return content; }
+
+    /// The height at which nothing scrolls, at a given width.
+    int fullHeight(int width) const;
+
+private:
+    QVBoxLayout* content;
+};
+
+} // namespace quillbrook

@@ -1,0 +1,173 @@
+#include "pages/kit/Chip.h"
+#include "pages/kit/DrawnView.h"
+#include "pages/kit/FigureCard.h"
+#include "pages/kit/FlowLayout.h"
+#include "pages/kit/IconButton.h"
+#include "pages/kit/PageTitle.h"
+#include "pages/kit/Popover.h"
+#include "pages/kit/SegmentedPicker.h"
+
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QApplication>
+#include <QKeyEvent>
+
+#include <vector>
+
+namespace quillbrook {
+namespace {
+
+QAccessibleInterface& accessible(QWidget& widget)
+{
+    return *QAccessible::queryAccessibleInterface(&widget);
+}
+
+void press(QWidget& widget, Qt::Key key)
+{
+    QKeyEvent down(QEvent::KeyPress, key, Qt::NoModifier);
+    QApplication::sendEvent(&widget, &down);
+    QKeyEvent up(QEvent::KeyRelease, key, Qt::NoModifier);
+    QApplication::sendEvent(&widget, &up);
+}
+
+class TwoBars final : public DrawnView {
+public:
+    std::vector<DrawnItem> drawnItems() const override { return bars; }
+
+    std::vector<DrawnItem> bars{{DrawnRole::mark, "first", "3", {0, 0, 10.4, 30}},
+        {DrawnRole::mark, "second", "5", {10.4, 0, 10.2, 50}}};
+};
+
+TEST(DrawnViewTest, OffersWhatItPaintsAsChildren)
+{
+    TwoBars view;
+    QAccessibleInterface& interface = accessible(view);
+    ASSERT_EQ(interface.childCount(), 2);
+    EXPECT_EQ(interface.child(1)->text(QAccessible::Name), "second");
+    EXPECT_EQ(interface.child(1)->text(QAccessible::Value), "5");
+    EXPECT_EQ(interface.child(1)->role(), QAccessible::Indicator);
+    EXPECT_EQ(interface.child(0)->rect().width(), 10);
+    EXPECT_EQ(interface.child(1)->rect().width(), 11);
+    EXPECT_EQ(interface.indexOfChild(interface.child(1)), 1);
+    EXPECT_EQ(interface.child(2), nullptr);
+}
+
+TEST(DrawnViewTest, TellsOfNothingThatIsGone)
+{
+    TwoBars view;
+    QAccessibleInterface* second = accessible(view).child(1);
+    view.bars.pop_back();
+    EXPECT_FALSE(second->isValid());
+    EXPECT_EQ(second->text(QAccessible::Name), "");
+    EXPECT_EQ(accessible(view).childCount(), 1);
+}
+
+TEST(SegmentedPickerTest, TellsOnlyOfAChangedChoice)
+{
+    SegmentedPicker picker("period", {"a", "b", "c"}, 140);
+    std::vector<int> picked;
+    QObject::connect(
+        &picker, &SegmentedPicker::picked, [&](int index) { picked.push_back(index); });
+    accessible(picker).child(2)->actionInterface()->doAction(
+        QAccessibleActionInterface::pressAction());
+    accessible(picker).child(2)->actionInterface()->doAction(
+        QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(picked, std::vector{2});
+    EXPECT_EQ(accessible(picker).text(QAccessible::Value), "c");
+    EXPECT_TRUE(accessible(picker).child(2)->state().checked);
+    EXPECT_FALSE(accessible(picker).child(0)->state().checked);
+}
+
+TEST(SegmentedPickerTest, MovesByTheArrowKeys)
+{
+    SegmentedPicker picker("period", {"a", "b"}, 140);
+    auto* first = qobject_cast<QWidget*>(accessible(picker).child(0)->object());
+    press(*first, Qt::Key_Right);
+    EXPECT_EQ(picker.current(), 1);
+    press(picker, Qt::Key_Right); // there is nothing behind the last
+    EXPECT_EQ(picker.current(), 1);
+    press(picker, Qt::Key_Left);
+    EXPECT_EQ(picker.current(), 0);
+}
+
+TEST(SegmentedPickerTest, KeepsQuietWhenTheChoiceIsSet)
+{
+    SegmentedPicker picker("period", {"a", "b"}, 140);
+    bool isTold = false;
+    QObject::connect(&picker, &SegmentedPicker::picked, [&] { isTold = true; });
+    picker.setCurrent(1);
+    EXPECT_FALSE(isTold);
+}
+
+TEST(FigureCardTest, IsOneTextWithTheTitleAsName)
+{
+    FigureCard card({});
+    card.setFigure("clock.fill", SystemColor::blue, "3h5m", "title");
+    EXPECT_EQ(accessible(card).role(), QAccessible::StaticText);
+    EXPECT_EQ(accessible(card).text(QAccessible::Name), "title");
+    EXPECT_EQ(accessible(card).text(QAccessible::Value), "3h5m");
+}
+
+TEST(PageTitleTest, IsAText)
+{
+    PageTitle title("Today Is a Present", PageTitle::Design::serif);
+    EXPECT_EQ(accessible(title).role(), QAccessible::StaticText);
+    EXPECT_EQ(accessible(title).text(QAccessible::Name), "Today Is a Present");
+}
+
+TEST(IconButtonTest, IsPressedByKey)
+{
+    IconButton button("info.circle", 14, "about");
+    bool isPressed = false;
+    QObject::connect(&button, &IconButton::clicked, [&] { isPressed = true; });
+    press(button, Qt::Key_Space);
+    EXPECT_TRUE(isPressed);
+    EXPECT_NE(button.focusPolicy() & Qt::TabFocus, 0);
+    EXPECT_EQ(accessible(button).text(QAccessible::Name), "about");
+}
+
+TEST(ChipTest, ElidesALongNameButKeepsItWhole)
+{
+    const QString name(60, 'x');
+    Chip chip(Chip::Kind::label, name, [](const QPalette&) { return QColor(Qt::red); });
+    EXPECT_LT(chip.sizeHint().width(), 200);
+    EXPECT_EQ(accessible(chip).text(QAccessible::Name), name);
+    EXPECT_EQ(chip.toolTip(), name);
+    EXPECT_EQ(chip.focusPolicy(), Qt::NoFocus);
+}
+
+TEST(FlowLayoutTest, BeginsARowWhereTheWidthEnds)
+{
+    QWidget place;
+    auto* flow = new FlowLayout(6, &place);
+    for (int i = 0; i < 3; ++i) {
+        auto* box = new QWidget;
+        box->setFixedSize(50, 20);
+        flow->addWidget(box);
+    }
+    EXPECT_EQ(flow->heightForWidth(162), 20);
+    EXPECT_EQ(flow->heightForWidth(161), 46);
+    EXPECT_EQ(flow->heightForWidth(10), 72);
+    flow->clear();
+    EXPECT_EQ(flow->count(), 0);
+    EXPECT_EQ(flow->heightForWidth(100), 0);
+}
+
+TEST(PopoverTest, ClosesWithEscape)
+{
+    IconButton anchor("info.circle", 14, "about");
+    anchor.show();
+    Popover popover(380, &anchor);
+    bool isClosed = false;
+    QObject::connect(&popover, &Popover::closed, [&] { isClosed = true; });
+    popover.open();
+    EXPECT_TRUE(popover.isVisible());
+    EXPECT_EQ(popover.width(), 380);
+    press(popover, Qt::Key_Escape);
+    EXPECT_FALSE(popover.isVisible());
+    EXPECT_TRUE(isClosed);
+}
+
+} // namespace
+} // namespace quillbrook
