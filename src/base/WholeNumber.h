@@ -1,0 +1,11 @@
+#pragma once
+
+#include <cstdint>
+
+namespace quillbrook {
+
+/// `value` with its fraction cut off; the nearest whole number of 64 bits when it lies beyond, 0
+/// when it is no number. For figures out of files, which may hold anything.
+std::int64_t wholeNumber(double value);
+
+} // namespace quillbrook
