@@ -1,10 +1,12 @@
 #pragma once
 
+#include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace quillbrook {
 
-/// Comparisons of text by the rules of the user's language. Any thread.
+/// Comparisons of text and forms of numbers by the rules of the user's language. Any thread.
 class LocaleText {
 public:
     virtual ~LocaleText() = default;
@@ -12,6 +14,10 @@ public:
     /// Whether `part` stands somewhere in `text`, capitals and small letters alike. Both are UTF-8.
     /// macOS and Linux: case folding of Qt Core.
     virtual bool containsIgnoringCase(std::string_view text, std::string_view part) const = 0;
+
+    /// A whole number with its digits grouped as the user's language groups them. macOS and Linux:
+    /// Qt Core's system locale.
+    virtual std::string groupedNumber(std::int64_t number) const = 0;
 };
 
 } // namespace quillbrook

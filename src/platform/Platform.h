@@ -13,6 +13,7 @@ class InputSource;
 class KernelFigures;
 class KeyCounting;
 class LocaleText;
+class LoginItem;
 class MainLoop;
 class TimeZone;
 class UserDefaults;
@@ -35,6 +36,7 @@ struct Platform {
     const BundleValues& bundleValues;
     const LocaleText& localeText;
     const Directories& directories;
+    LoginItem& loginItem;
     const TimeZone& timeZone;
     const HostFacts& hostFacts;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -16,6 +17,21 @@ public:
     virtual double doubleForKey(std::string_view key) const = 0;
 
     virtual void setDouble(std::string_view key, double value) = 0;
+
+    /// The truth under `key`, false when there is none.
+    virtual bool boolForKey(std::string_view key) const = 0;
+
+    virtual void setBool(std::string_view key, bool value) = 0;
+
+    /// The text under `key`, empty when there is none.
+    virtual std::string stringForKey(std::string_view key) const = 0;
+
+    virtual void setString(std::string_view key, const std::string& value) = 0;
+
+    /// The whole number under `key`, its fraction cut off, 0 when there is none.
+    virtual std::int64_t integerForKey(std::string_view key) const = 0;
+
+    virtual void setInteger(std::string_view key, std::int64_t value) = 0;
 };
 
 } // namespace quillbrook

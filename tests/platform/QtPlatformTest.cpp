@@ -94,6 +94,21 @@ TEST_F(QtPlatformTest, DefaultsLastAndKeepEveryDigit)
     EXPECT_TRUE(std::filesystem::exists(home.path() / "config/tarnlow.cn/quillbrook.conf"));
 }
 
+TEST_F(QtPlatformTest, DefaultsHoldTruthsTextsAndWholeNumbers)
+{
+    QtUserDefaults().setBool("hasLaunchedBefore", true);
+    QtUserDefaults().setString("lastLaunchedVersion", "1.2, beta — 版");
+    QtUserDefaults().setInteger("birthYear", 9007199254740993);
+    QtUserDefaults().setDouble("number", 7.9);
+    EXPECT_TRUE(QtUserDefaults().boolForKey("hasLaunchedBefore"));
+    EXPECT_EQ(QtUserDefaults().stringForKey("lastLaunchedVersion"), "1.2, beta — 版");
+    EXPECT_EQ(QtUserDefaults().integerForKey("birthYear"), 9007199254740993);
+    EXPECT_EQ(QtUserDefaults().integerForKey("number"), 7);
+    EXPECT_FALSE(QtUserDefaults().boolForKey("none"));
+    EXPECT_EQ(QtUserDefaults().stringForKey("none"), "");
+    EXPECT_EQ(QtUserDefaults().integerForKey("none"), 0);
+}
+
 TEST_F(QtPlatformTest, DataLiesInTheApplicationSupportDirectory)
 {
     EXPECT_EQ(QtDirectories().dataDirectory(), home.path() / "data/cn.tarnlow.quillbrook");

@@ -72,6 +72,29 @@ TEST_F(VirtualMachineTest, DefaultsReadAsNumbersWhateverTheyWereStoredAs)
     EXPECT_EQ(machine.userDefaults.doubleForKey("none"), 0);
 }
 
+TEST_F(VirtualMachineTest, DefaultsHoldTruthsTextsAndWholeNumbers)
+{
+    machine.userDefaults.setBool("flag", true);
+    machine.userDefaults.setString("text", "1.2");
+    machine.userDefaults.setInteger("whole", 1990);
+    machine.userDefaults.setDouble("number", 7.9);
+    EXPECT_TRUE(machine.userDefaults.boolForKey("flag"));
+    EXPECT_EQ(machine.userDefaults.stringForKey("text"), "1.2");
+    EXPECT_EQ(machine.userDefaults.integerForKey("whole"), 1990);
+    EXPECT_EQ(machine.userDefaults.integerForKey("number"), 7);
+    EXPECT_FALSE(machine.userDefaults.boolForKey("none"));
+    EXPECT_EQ(machine.userDefaults.stringForKey("flag"), "");
+    EXPECT_EQ(machine.userDefaults.integerForKey("none"), 0);
+}
+
+TEST_F(VirtualMachineTest, NumbersAreGroupedByThreeDigits)
+{
+    EXPECT_EQ(machine.localeText.groupedNumber(0), "0");
+    EXPECT_EQ(machine.localeText.groupedNumber(999), "999");
+    EXPECT_EQ(machine.localeText.groupedNumber(-1000), "-1,000");
+    EXPECT_EQ(machine.localeText.groupedNumber(1234567), "1,234,567");
+}
+
 TEST_F(VirtualMachineTest, TextIsComparedWithoutCase)
 {
     EXPECT_TRUE(machine.localeText.containsIgnoringCase("My LOGINWINDOW", "loginwindow"));

@@ -125,6 +125,17 @@ std::vector<std::string> languageKeys(std::string_view localeName)
     return keys;
 }
 
+bool startsAtLogin(std::string_view text)
+{
+    const auto keys = entryKeys(text);
+    const auto value = [&keys](std::string_view key) {
+        const auto found = keys.find(key);
+        return found != keys.end() ? found->second : std::string_view();
+    };
+    return !value("Exec").empty() && value("Hidden") != "true"
+        && value("X-GNOME-Autostart-enabled") != "false";
+}
+
 std::optional<DesktopEntry> parseDesktopEntry(
     std::string_view text, const std::vector<std::string>& languages)
 {

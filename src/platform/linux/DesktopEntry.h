@@ -20,6 +20,9 @@ struct DesktopEntry {
 /// Empty for "C", "POSIX" and nothing.
 std::vector<std::string> languageKeys(std::string_view localeName);
 
+/// Whether a desktop starts the application that the text of an autostart entry describes.
+bool startsAtLogin(std::string_view text);
+
 /// The application that the text of a desktop entry describes, `id` left empty. Empty when it
 /// describes none, or one that is hidden. The text may hold anything.
 std::optional<DesktopEntry> parseDesktopEntry(

@@ -1,5 +1,6 @@
 #include "platform/linux/LinuxPlatform.h"
 
+#include "platform/linux/AutostartLoginItem.h"
 #include "platform/linux/Bus.h"
 #include "platform/linux/DesktopEntries.h"
 #include "platform/linux/FrontApplication.h"
@@ -102,6 +103,7 @@ struct LinuxPlatform::Parts {
     LinuxBundleValues bundleValues{};
     SystemTimeZone timeZone{};
     LinuxHostFacts hostFacts{};
+    AutostartLoginItem loginItem{AutostartLoginItem::ofThisUser(bundleValues.bundlePath())};
     ProcKernelFigures kernelFigures{};
 
     X11Connection x11{};
@@ -152,6 +154,7 @@ Platform LinuxPlatform::platform()
         .bundleValues = parts->bundleValues,
         .localeText = parts->localeText,
         .directories = parts->directories,
+        .loginItem = parts->loginItem,
         .timeZone = parts->timeZone,
         .hostFacts = parts->hostFacts};
 }

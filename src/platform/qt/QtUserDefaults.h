@@ -3,6 +3,7 @@
 #include "platform/UserDefaults.h"
 
 #include <QSettings>
+#include <QVariant>
 
 namespace quillbrook {
 
@@ -12,8 +13,16 @@ class QtUserDefaults final : public UserDefaults {
 public:
     double doubleForKey(std::string_view key) const override;
     void setDouble(std::string_view key, double value) override;
+    bool boolForKey(std::string_view key) const override;
+    void setBool(std::string_view key, bool value) override;
+    std::string stringForKey(std::string_view key) const override;
+    void setString(std::string_view key, const std::string& value) override;
+    std::int64_t integerForKey(std::string_view key) const override;
+    void setInteger(std::string_view key, std::int64_t value) override;
 
 private:
+    void set(std::string_view key, const QVariant& value);
+
     // macOS turns the organisation around: cn.tarnlow.quillbrook.
     QSettings settings{QSettings::NativeFormat, QSettings::UserScope, "tarnlow.cn", "quillbrook"};
 };

@@ -50,4 +50,15 @@ bool VirtualLocaleText::containsIgnoringCase(std::string_view text, std::string_
     return folded(text).find(folded(part)) != std::u32string::npos;
 }
 
+std::string VirtualLocaleText::groupedNumber(std::int64_t number) const
+{
+    std::string text = std::to_string(number);
+    const std::size_t firstDigit = number < 0 ? 1 : 0;
+    for (std::size_t place = text.size(); place > firstDigit + 3;) {
+        place -= 3;
+        text.insert(place, 1, ',');
+    }
+    return text;
+}
+
 } // namespace quillbrook

@@ -29,6 +29,7 @@ Platform VirtualMachine::platform()
         .bundleValues = bundleValues,
         .localeText = localeText,
         .directories = directories,
+        .loginItem = loginItem,
         .timeZone = timeZone,
         .hostFacts = hostFacts};
 }

@@ -13,6 +13,7 @@
 #include "platform/virtual/VirtualKernelFigures.h"
 #include "platform/virtual/VirtualKeyCounting.h"
 #include "platform/virtual/VirtualLocaleText.h"
+#include "platform/virtual/VirtualLoginItem.h"
 #include "platform/virtual/VirtualMainLoop.h"
 #include "platform/virtual/VirtualTimeVfs.h"
 #include "platform/virtual/VirtualTimeZone.h"
@@ -60,6 +61,7 @@ public:
     VirtualBundleValues bundleValues{};
     VirtualLocaleText localeText{};
     VirtualDirectories directories;
+    VirtualLoginItem loginItem{};
     VirtualTimeZone timeZone{};
     VirtualHostFacts hostFacts{};
 

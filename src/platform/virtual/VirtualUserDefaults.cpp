@@ -1,5 +1,7 @@
 #include "platform/virtual/VirtualUserDefaults.h"
 
+#include "base/WholeNumber.h"
+
 #include <charconv>
 #include <utility>
 
@@ -38,6 +40,38 @@ double VirtualUserDefaults::doubleForKey(std::string_view key) const
 void VirtualUserDefaults::setDouble(std::string_view key, double value)
 {
     set(key, value);
+}
+
+bool VirtualUserDefaults::boolForKey(std::string_view key) const
+{
+    return doubleForKey(key) != 0;
+}
+
+void VirtualUserDefaults::setBool(std::string_view key, bool value)
+{
+    set(key, value);
+}
+
+std::string VirtualUserDefaults::stringForKey(std::string_view key) const
+{
+    const auto found = values.find(key);
+    const auto* text = found == values.end() ? nullptr : std::get_if<std::string>(&found->second);
+    return text != nullptr ? *text : std::string();
+}
+
+void VirtualUserDefaults::setString(std::string_view key, const std::string& value)
+{
+    set(key, value);
+}
+
+std::int64_t VirtualUserDefaults::integerForKey(std::string_view key) const
+{
+    return wholeNumber(doubleForKey(key));
+}
+
+void VirtualUserDefaults::setInteger(std::string_view key, std::int64_t value)
+{
+    set(key, static_cast<double>(value));
 }
 
 void VirtualUserDefaults::set(std::string_view key, Value value)

@@ -2,6 +2,7 @@
 
 #include "platform/UserDefaults.h"
 
+#include <cstdint>
 #include <map>
 #include <string>
 #include <variant>
@@ -16,6 +17,12 @@ public:
 
     double doubleForKey(std::string_view key) const override;
     void setDouble(std::string_view key, double value) override;
+    bool boolForKey(std::string_view key) const override;
+    void setBool(std::string_view key, bool value) override;
+    std::string stringForKey(std::string_view key) const override;
+    void setString(std::string_view key, const std::string& value) override;
+    std::int64_t integerForKey(std::string_view key) const override;
+    void setInteger(std::string_view key, std::int64_t value) override;
 
     const Values& all() const { return values; }
     void set(std::string_view key, Value value);
