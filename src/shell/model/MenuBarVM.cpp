@@ -1,0 +1,158 @@
+#include "shell/model/MenuBarVM.h"
+
+#include "base/IsoTime.h"
+#include "base/Sqlite.h"
+#include "base/Text.h"
+#include "base/WholeNumber.h"
+#include "platform/Accessibility.h"
+#include "platform/Clock.h"
+#include "platform/Directories.h"
+#include "platform/LocaleText.h"
+#include "platform/LoginItem.h"
+#include "platform/MainLoop.h"
+#include "platform/TimeZone.h"
+#include "platform/UserDefaults.h"
+#include "shell/model/TodayStatements.h"
+
+#include <chrono>
+#include <cstdio>
+
+namespace quillbrook {
+
+namespace {
+
+constexpr double kSlowRefreshSec = 300;
+constexpr double kFastRefreshSec = 60;
+
+std::string hoursText(std::int64_t seconds)
+{
+    return filled("{}h{}m", {std::to_string(seconds / 3600), std::to_string(seconds % 3600 / 60)});
+}
+
+} // namespace
+
+MenuBarVM::MenuBarVM(const Platform& platform) : platform(platform)
+{
+    refreshStats();
+    platform.mainLoop.repeatEvery(kSlowRefreshSec, [weak = std::weak_ptr(self)] {
+        if (const auto alive = weak.lock()) {
+            alive->refreshStats();
+        }
+    });
+}
+
+void MenuBarVM::refreshStats()
+{
+    const auto [connection, result] = openConnection(dbPath().string(), SQLITE_OPEN_READONLY);
+    if (result != SQLITE_OK) {
+        return;
+    }
+    narrowToToday(connection.get());
+    activeHoursStr.set(hoursText(wholeNumber(statsDouble(kActiveSecondsToday, connection.get()))));
+    alertCount.set(wholeNumber(statsDouble(kAlertsToday, connection.get())));
+    tokenCount.set(wholeNumber(statsDouble(kTokensToday, connection.get())));
+    updateYearProgress();
+    permissionMissing.set(!platform.accessibility.isTrusted());
+    adjustFastTimer();
+}
+
+void MenuBarVM::toggleLoginItem()
+{
+    LoginItem& item = platform.loginItem;
+    const bool turnsOn = !item.isEnabled();
+    if (const auto failure = turnsOn ? item.enable() : item.disable()) {
+        const std::string line
+            = filled("⚠️ 开机自启切换失败: {}\n", {validUtf8(failure->description)});
+        std::fwrite(line.data(), 1, line.size(), stdout);
+        std::fflush(stdout);
+        return;
+    }
+    platform.userDefaults.setBool("loginItemRegistered", turnsOn);
+}
+
+std::string MenuBarVM::tokenCountStr() const
+{
+    return platform.localeText.groupedNumber(tokenCount.get());
+}
+
+bool MenuBarVM::isWarning() const
+{
+    return alertCount.get() >= 1 || permissionMissing.get();
+}
+
+std::vector<std::optional<MenuEntry>> MenuBarVM::menu() const
+{
+    std::vector<std::optional<MenuEntry>> entries;
+    entries.push_back(MenuEntry{
+        MenuAction::showAlerts, filled("Alerts：{}", {std::to_string(alertCount.get())})});
+    entries.push_back(
+        MenuEntry{MenuAction::showToday, filled("Hours：{}", {activeHoursStr.get()})});
+    if (tokenCount.get() >= 1) {
+        entries.push_back(
+            MenuEntry{MenuAction::showKeylog, filled("Tokens：{}", {tokenCountStr()})});
+    }
+    entries.emplace_back();
+    entries.push_back(MenuEntry{MenuAction::refresh, "刷新数据"});
+    entries.emplace_back();
+    entries.push_back(MenuEntry{MenuAction::toggleLoginItem,
+        platform.loginItem.isEnabled() ? "开机自启：开" : "开机自启：关"});
+    entries.push_back(MenuEntry{MenuAction::quit, "退出"});
+    return entries;
+}
+
+double MenuBarVM::statsDouble(const std::string& sql, sqlite3* connection) const
+{
+    const Statement statement = prepare(connection, sql);
+    if (!statement || sqlite3_step(statement.get()) != SQLITE_ROW) {
+        return 0;
+    }
+    return sqlite3_column_double(statement.get(), 0);
+}
+
+void MenuBarVM::updateYearProgress()
+{
+    using namespace std::chrono;
+    const double now = platform.clock.now();
+    const CivilTime today = civilTime(now, platform.timeZone.secondsFromUtc(now));
+    const sys_days start{year{today.year} / January / 1};
+    const sys_days end{year{today.year + 1} / January / 1};
+    const sys_days day{
+        year{today.year} / month{static_cast<unsigned>(today.month)} / static_cast<int>(today.day)};
+    yearProgressPct.set(static_cast<double>((day - start).count() + 1)
+        / static_cast<double>((end - start).count()));
+}
+
+void MenuBarVM::adjustFastTimer()
+{
+    if (!isWarning()) {
+        fastRefreshTimer.reset();
+    } else if (!fastRefreshTimer) {
+        fastRefreshTimer = std::make_shared<FastTimer>();
+        scheduleFastRefresh();
+    }
+}
+
+void MenuBarVM::scheduleFastRefresh()
+{
+    platform.mainLoop.runAfter(kFastRefreshSec,
+        [weakSelf = std::weak_ptr(self), weakTimer = std::weak_ptr(fastRefreshTimer)] {
+            const auto alive = weakSelf.lock();
+            if (!alive || weakTimer.expired()) {
+                return;
+            }
+            alive->refreshStats();
+            if (!weakTimer.expired()) {
+                alive->scheduleFastRefresh();
+            }
+        });
+}
+
+const std::filesystem::path& MenuBarVM::dbPath()
+{
+    if (!path) {
+        path = platform.directories.dataDirectory().value_or("/dev/null") / "monitor.db";
+    }
+    return *path;
+}
+
+} // namespace quillbrook
