@@ -1,33 +1,11 @@
 #include "lab/CallLines.h"
 
 #include "base/Text.h"
-
-#include <QJsonArray>
-#include <QJsonDocument>
+#include "lab/JsonText.h"
 
 namespace quillbrook::lab {
 
 namespace {
-
-QByteArray jsonArray(const std::vector<std::string>& texts)
-{
-    QJsonArray array;
-    for (const std::string& text : texts) {
-        array.append(QString::fromStdString(text));
-    }
-    return QJsonDocument(array).toJson(QJsonDocument::Compact);
-}
-
-QByteArray jsonText(const std::string& text)
-{
-    const QByteArray list = jsonArray({text});
-    return list.mid(1, list.size() - 2);
-}
-
-QByteArray jsonBool(bool value)
-{
-    return value ? "true" : "false";
-}
 
 QByteArray members(const LaunchCall& call)
 {

@@ -15,8 +15,7 @@ namespace {
 /// Reads the lines of one script and knows where it is.
 class ScenarioReader {
 public:
-    explicit ScenarioReader(const std::string& path)
-        : path(path)
+    explicit ScenarioReader(const std::string& path) : path(path)
     {
         QFile file(QString::fromStdString(path));
         if (!file.open(QIODevice::ReadOnly)) {

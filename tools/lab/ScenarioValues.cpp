@@ -96,9 +96,8 @@ bool isListOf(qsizetype size, const QJsonValue& value)
 {
     const QJsonArray list = value.toArray();
     return value.isArray() && list.size() == size
-        && std::all_of(list.begin(), list.end(), [](const QJsonValue& item) {
-               return isNumber(item);
-           });
+        && std::all_of(
+            list.begin(), list.end(), [](const QJsonValue& item) { return isNumber(item); });
 }
 
 bool isFront(const QJsonValue& value)
@@ -119,8 +118,7 @@ bool isCpuTicks(const QJsonValue& value)
 bool isMemory(const QJsonValue& value)
 {
     return value.isNull()
-        || isRecord(
-            value, {"active", "wired", "compressor", "pageSize", "physical"}, &isAmount);
+        || isRecord(value, {"active", "wired", "compressor", "pageSize", "physical"}, &isAmount);
 }
 
 bool isSwap(const QJsonValue& value)

@@ -1,4 +1,5 @@
 #include "lab/Arguments.h"
+#include "lab/MenubarCommand.h"
 #include "lab/ReplayCommand.h"
 
 #include <array>
@@ -17,6 +18,7 @@ struct Command {
 
 constexpr std::array kCommands = {
     Command{"replay", "drives the engine through a script", &quillbrook::lab::replayCommand},
+    Command{"menubar", "reads the menu bar's figures once", &quillbrook::lab::menubarCommand},
 };
 
 void printCommands()
