@@ -119,7 +119,8 @@ std::vector<std::string> languageKeys(std::string_view localeName)
         return {};
     }
     std::vector<std::string> keys{std::string(language)};
-    if (const auto underscore = language.find('_'); underscore != std::string_view::npos) {
+    const auto underscore = language.find('_');
+    if (underscore != std::string_view::npos && underscore > 0) {
         keys.emplace_back(language.substr(0, underscore));
     }
     return keys;

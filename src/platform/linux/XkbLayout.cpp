@@ -3,10 +3,7 @@
 #include "base/Text.h"
 #include "platform/linux/X11Connection.h"
 #include "platform/linux/XcbReply.h"
-
-#define explicit explicit_ // a member's name in this header
-#include <xcb/xkb.h>
-#undef explicit
+#include "platform/linux/XkbProtocol.h"
 
 #include <cstdint>
 

@@ -21,6 +21,7 @@ TEST(LanguageKeys, GoFromTheCountryToTheLanguage)
     EXPECT_THAT(languageKeys("C.UTF-8"), IsEmpty());
     EXPECT_THAT(languageKeys("POSIX"), IsEmpty());
     EXPECT_THAT(languageKeys(""), IsEmpty());
+    EXPECT_THAT(languageKeys("_CN"), ElementsAre("_CN"));
 }
 
 TEST(DesktopEntry, IsReadFromItsOwnGroup)

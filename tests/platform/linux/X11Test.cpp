@@ -7,15 +7,12 @@
 #include "platform/linux/X11ScreenSaver.h"
 #include "platform/linux/XcbReply.h"
 #include "platform/linux/XkbLayout.h"
+#include "platform/linux/XkbProtocol.h"
 #include "platform/qt/QtMainLoop.h"
 #include "support/XServer.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#define explicit explicit_ // a member's name in this header
-#include <xcb/xkb.h>
-#undef explicit
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
