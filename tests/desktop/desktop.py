@@ -265,6 +265,6 @@ class Desktop:
     def check_integrity(self):
         return self.rows("PRAGMA integrity_check") == [("ok",)]
 
-    def until_next_minute(self, minutes=1):
+    def let_minutes_pass(self, minutes):
         """Lets so many minutes of the fast clocks pass."""
         time.sleep(60.0 * minutes / self.speed)

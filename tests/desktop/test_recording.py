@@ -62,7 +62,7 @@ class RecordingTest(unittest.TestCase):
         calculator = desktop.open_window("xcalc")
         desktop.wait_for_session("XCalc", 2)
         middle = time.monotonic()
-        desktop.until_next_minute(3)
+        desktop.let_minutes_pass(3)
         desktop.kill(calculator)
         desktop.wait_for_session("XTerm", 3)
         end = time.monotonic()
@@ -94,7 +94,7 @@ class RecordingTest(unittest.TestCase):
         self.start_working()
         desktop.set_locked(True)
         desktop.wait_for_idle(3)
-        desktop.until_next_minute(10)
+        desktop.let_minutes_pass(10)
         self.assertEqual(len(desktop.sessions()), 1, "nobody sees the window behind the lock")
         desktop.type("password")
         desktop.set_locked(False)
@@ -112,7 +112,7 @@ class RecordingTest(unittest.TestCase):
         desktop.wait_for_idle(3)
         desktop.tool("xset", "s", "activate")
         desktop.set_saver_active(False)
-        desktop.until_next_minute(1)
+        desktop.let_minutes_pass(1)
         self.assertEqual(len(desktop.sessions()), 1, "the server's saver is still on")
         desktop.tool("xset", "s", "reset")
         desktop.wait_for_session("XTerm", 2)
@@ -125,7 +125,7 @@ class RecordingTest(unittest.TestCase):
         desktop.prepare_for_sleep(True)
         desktop.wait_for_idle(2)
         # The machine doesn't really sleep here: after two minutes a check would bring back.
-        desktop.until_next_minute(1.5)
+        desktop.let_minutes_pass(1.5)
         desktop.prepare_for_sleep(False)
         desktop.wait_for_session("XTerm", 2)
         self.assertEqual(desktop.sessions()[1][2], 2)
@@ -140,7 +140,7 @@ class RecordingTest(unittest.TestCase):
         desktop.start_recorder_and_wait()
         wait_for(lambda: "🔒" in desktop.log(), "the lock")
         desktop.type("a")
-        desktop.until_next_minute(4)
+        desktop.let_minutes_pass(4)
         self.assertEqual(desktop.sessions(), [])
         desktop.type("password")
         desktop.set_locked(False)
@@ -215,10 +215,10 @@ class RecordingTest(unittest.TestCase):
         for i in range(8):
             recorder = desktop.start_recorder()
             desktop.press("a")
-            time.sleep(0.15 * i)
+            time.sleep(0.15 * i)  # no moment in particular
             desktop.kill(recorder)
-            self.assertTrue(desktop.check_integrity() if os.path.exists(
-                desktop.data + "/monitor.db") else True)
+            if os.path.exists(desktop.data + "/monitor.db"):
+                self.assertTrue(desktop.check_integrity())
         desktop.start_recorder_and_wait()
         self.assertTrue(desktop.check_integrity())
         self.assertNotIn("⚠️ SQL", desktop.log())

@@ -126,8 +126,8 @@ class SurroundingsTest(unittest.TestCase):
         wait_for(lambda: "database is locked" in desktop.log(), "a line about the lock")
         writer.execute("ROLLBACK")
         writer.close()
-        desktop.tool("xdotool", "search", "--class", "XTerm", "windowactivate")
-        desktop.wait_for_session("XTerm")
+        desktop.open_window("xcalc")
+        desktop.wait_for_session("XCalc")
         self.assertTrue(desktop.check_integrity())
 
     def test_a_store_of_an_older_version(self):

@@ -6,7 +6,6 @@
 
 #include <QDBusArgument>
 #include <QDBusMessage>
-#include <QDBusServiceWatcher>
 
 namespace quillbrook {
 
@@ -24,18 +23,16 @@ QDBusMessage controllerCall(const char* method)
 
 Fcitx5InputMethod::Fcitx5InputMethod(Bus& sessionBus) : sessionBus(sessionBus)
 {
+    watcher.addWatchedService(kService);
+    connect(&watcher, &QDBusServiceWatcher::serviceRegistered, this, [this] { came(); });
+    connect(&watcher, &QDBusServiceWatcher::serviceUnregistered, this, [this] { went(); });
     sessionBus.whenThere([this](const QDBusConnection& bus) { setUp(bus); });
+    sessionBus.whenGone([this] { went(); });
 }
 
 void Fcitx5InputMethod::setUp(QDBusConnection bus)
 {
-    went();
-    auto* watcher = new QDBusServiceWatcher(kService, bus,
-        QDBusServiceWatcher::WatchForRegistration | QDBusServiceWatcher::WatchForUnregistration,
-        this);
-    connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, [this] { came(); });
-    connect(watcher, &QDBusServiceWatcher::serviceUnregistered, this, [this] { went(); });
-
+    watcher.setConnection(bus);
     auto call = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"),
         QStringLiteral("/org/freedesktop/DBus"), QStringLiteral("org.freedesktop.DBus"),
         QStringLiteral("NameHasOwner"));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDBusConnection>
+#include <QDBusServiceWatcher>
 #include <QMap>
 #include <QObject>
 #include <QString>
@@ -42,6 +43,7 @@ private:
     void askForSchema();
 
     Bus& sessionBus;
+    QDBusServiceWatcher watcher{};
     bool running = false;
     QString current{}; // its id
     QString schema{}; // of Rime

@@ -74,18 +74,9 @@ QString engineNameIn(const QVariant& property)
 
 IBusInputMethod::IBusInputMethod()
 {
-    // The directory may be made only when the daemon first runs.
-    QString watched = addressDirectory();
-    while (!QFileInfo::exists(watched) && watched.contains(QLatin1Char('/'))) {
-        watched = watched.section(QLatin1Char('/'), 0, -2);
-    }
-    watcher.addPath(watched);
-    connect(&watcher, &QFileSystemWatcher::directoryChanged, this, [this] {
-        if (QFileInfo::exists(addressDirectory())) {
-            watcher.addPath(addressDirectory());
-        }
-        refresh();
-    });
+    // Where the daemon runs for the first time, the directory comes with it: keys lead to the
+    // next look then.
+    connect(&watcher, &QFileSystemWatcher::directoryChanged, this, [this] { refresh(); });
     refresh();
 }
 
@@ -96,7 +87,12 @@ IBusInputMethod::~IBusInputMethod()
 
 void IBusInputMethod::refresh()
 {
-    if (!QDBusConnection(connectionName).isConnected() || address() != connectedAddress) {
+    // A daemon that starts anew has a new address. One that didn't answer is left alone, as the
+    // connection waits for its greeting.
+    if (watcher.directories().isEmpty() && QFileInfo::exists(addressDirectory())) {
+        watcher.addPath(addressDirectory());
+    }
+    if (address() != connectedAddress) {
         connectToDaemon();
     }
 }

@@ -22,7 +22,7 @@ public:
     /// The identifier of the engine in use; empty when IBus doesn't run or doesn't tell.
     std::optional<std::string> identifier() const;
 
-    /// Looks for the daemon if there is no connection to one.
+    /// Looks for a daemon that started meanwhile.
     void refresh();
 
 private Q_SLOTS:

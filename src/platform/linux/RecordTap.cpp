@@ -79,8 +79,11 @@ void RecordTap::enable(bool isOn)
         sequence = xcb_record_enable_context(events, context).sequence;
         xcb_flush(events);
     } else {
-        xcb_record_disable_context(x11.get(), context);
-        xcb_flush(x11.get());
+        // Waits until the server has done it: a later request to enable comes by another way.
+        const auto cookie = xcb_record_disable_context_checked(x11.get(), context);
+        const XcbReply<xcb_generic_error_t> failure(xcb_request_check(x11.get(), cookie));
+        x11.drain();
+        xcb_discard_reply(events, sequence);
         sequence = 0;
     }
 }
@@ -94,7 +97,8 @@ void RecordTap::drain()
         const XcbReply<xcb_record_enable_context_reply_t> reply(
             static_cast<xcb_record_enable_context_reply_t*>(answer));
         if (!reply) {
-            break; // no more of them
+            sequence = 0; // the last of them
+            break;
         }
         count(*reply);
     }
