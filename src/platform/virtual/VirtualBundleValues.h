@@ -24,6 +24,8 @@ public:
         values.insert_or_assign(std::move(key), std::move(value));
     }
 
+    void remove(const std::string& key) { values.erase(key); }
+
 private:
     std::map<std::string, std::string, std::less<>> values{};
     std::string path = "/Applications/Quillbrook.app";
