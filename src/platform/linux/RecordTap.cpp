@@ -94,7 +94,7 @@ void RecordTap::drain()
     xcb_generic_error_t* error = nullptr;
     while (sequence != 0 && xcb_poll_for_reply(events, sequence, &answer, &error) != 0) {
         const XcbReply<xcb_generic_error_t> failure(error);
-        const XcbReply<xcb_record_enable_context_reply_t> reply(
+        const XcbKeyReply<xcb_record_enable_context_reply_t> reply(
             static_cast<xcb_record_enable_context_reply_t*>(answer));
         if (!reply) {
             sequence = 0; // the last of them

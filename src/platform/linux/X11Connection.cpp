@@ -72,7 +72,7 @@ void X11Connection::drain()
         return;
     }
     isDraining = true;
-    while (const XcbReply<xcb_generic_event_t> event{xcb_poll_for_event(connection)}) {
+    while (const XcbKeyReply<xcb_generic_event_t> event{xcb_poll_for_event(connection)}) {
         if (event->response_type != 0) {
             for (const EventHandler& handler : handlers) {
                 handler(*event);
