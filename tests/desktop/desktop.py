@@ -25,6 +25,7 @@ BUS_CONFIG = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Config
   <type>{type}</type>
   <keep_umask/>
   <listen>unix:path={socket}</listen>
+  <servicedir>{services}</servicedir>
   <policy context="default">
     <allow send_destination="*" eavesdrop="true"/>
     <allow eavesdrop="true"/>
@@ -61,6 +62,7 @@ class Desktop:
             XDG_SESSION_ID="c1", NO_AT_BRIDGE="1")
         for folder in ("config", "share", "run"):
             os.makedirs(os.path.join(self.home, folder), mode=0o700)
+        self.services = self.home + "/services"  # that the buses would start; none at first
         self.data = self.home + "/share/cn.tarnlow.quillbrook"
         # Instances are told by their program's path: each desktop has a program of its own.
         self.program = shutil.copy(os.environ["QUILLBROOK"], self.home)
@@ -129,7 +131,7 @@ class Desktop:
         socket = os.path.join(self.home, kind + "-bus")
         config = os.path.join(self.home, kind + "-bus.conf")
         with open(config, "w", encoding="utf-8") as file:
-            file.write(BUS_CONFIG.format(type=kind, socket=socket))
+            file.write(BUS_CONFIG.format(type=kind, socket=socket, services=self.services))
         if os.path.exists(socket):
             os.unlink(socket)
         process = self.spawn(["dbus-daemon", "--nofork", "--config-file", config])
