@@ -1,0 +1,197 @@
+#include "report/PeriodFilters.h"
+
+#include "base/Text.h"
+#include "base/Utc8Day.h"
+#include "base/WholeNumber.h"
+
+namespace quillbrook {
+
+const std::string dayStartSql
+    = "(strftime('%s', datetime('now', '+8 hours', 'start of day')) - 28800)";
+
+const std::string excludeSystemFull = R"(
+      AND app_name NOT IN ('loginwindow', 'WindowServer', 'kernel_task', 'launchd', 'ScreenSaverEngine', 'Quillbrook')
+      AND app_name NOT LIKE '%login%'
+      AND app_name NOT LIKE '%ScreenSaver%')";
+
+const std::string excludeSystemNames = R"(
+      AND app_name NOT IN ('loginwindow', 'WindowServer', 'kernel_task', 'launchd', 'ScreenSaverEngine', 'Quillbrook'))";
+
+const std::string excludeSystemAliased = R"(
+          AND s.app_name NOT IN ('loginwindow', 'WindowServer', 'kernel_task', 'launchd', 'ScreenSaverEngine', 'Quillbrook')
+          AND s.app_name NOT LIKE '%login%'
+          AND s.app_name NOT LIKE '%ScreenSaver%')";
+
+namespace {
+
+constexpr const char* kEverything = "1=1";
+
+std::string today(std::string_view column)
+{
+    return filled("{} >= {}", {column, dayStartSql});
+}
+
+std::string yesterday(std::string_view column)
+{
+    return filled("{} >= {} - 86400 AND {} < {}", {column, dayStartSql, column, dayStartSql});
+}
+
+std::string startedDaysBack(std::string_view days)
+{
+    return filled("started_at >= {} - {}*86400", {dayStartSql, days});
+}
+
+std::string startedSecondsBack(double now, std::int64_t seconds)
+{
+    return filled("started_at >= {}", {std::to_string(wholeNumber(now) - seconds)});
+}
+
+} // namespace
+
+std::string dateFilter(HistoryPeriod period)
+{
+    switch (period) {
+    case HistoryPeriod::today:
+        return today("started_at");
+    case HistoryPeriod::yesterday:
+        return yesterday("started_at");
+    case HistoryPeriod::week:
+        return startedDaysBack("7");
+    case HistoryPeriod::month:
+        return startedDaysBack("30");
+    case HistoryPeriod::year:
+        return startedDaysBack("365");
+    case HistoryPeriod::all:
+        break;
+    }
+    return kEverything;
+}
+
+std::string dateFilter(FocusPeriod period)
+{
+    switch (period) {
+    case FocusPeriod::today:
+        return today("started_at");
+    case FocusPeriod::yesterday:
+        return yesterday("started_at");
+    case FocusPeriod::week:
+        return startedDaysBack("7");
+    case FocusPeriod::month:
+        return startedDaysBack("30");
+    case FocusPeriod::all:
+        break;
+    }
+    return kEverything;
+}
+
+std::string dateFilter(HabitPeriod period)
+{
+    switch (period) {
+    case HabitPeriod::today:
+        return today("started_at");
+    case HabitPeriod::yesterday:
+        return yesterday("started_at");
+    case HabitPeriod::week:
+        return startedDaysBack("7");
+    case HabitPeriod::month:
+        break;
+    }
+    return startedDaysBack("30");
+}
+
+std::string dateFilter(TodayPeriod period)
+{
+    return period == TodayPeriod::today ? today("started_at") : yesterday("started_at");
+}
+
+std::string dateFilter(SessionsPeriod period, double now)
+{
+    switch (period) {
+    case SessionsPeriod::hour1:
+        return startedSecondsBack(now, 3600);
+    case SessionsPeriod::hour6:
+        return startedSecondsBack(now, 21600);
+    case SessionsPeriod::today:
+        return today("started_at");
+    case SessionsPeriod::yesterday:
+        break;
+    }
+    return yesterday("started_at");
+}
+
+std::string dateFilter(IdlesPeriod period, double now)
+{
+    switch (period) {
+    case IdlesPeriod::hour1:
+        return "(" + startedSecondsBack(now, 3600) + " OR ended_at IS NULL)";
+    case IdlesPeriod::hour6:
+        return "(" + startedSecondsBack(now, 21600) + " OR ended_at IS NULL)";
+    case IdlesPeriod::today:
+        return today("started_at");
+    case IdlesPeriod::yesterday:
+        break;
+    }
+    return yesterday("started_at");
+}
+
+std::string dateFilter(KeylogPeriod period, int zoneSeconds)
+{
+    // A zone west of Greenwich gives the modifier '+-18000 seconds', which SQLite refuses, so that
+    // the page stays empty there. That is meant: the text is what other readers of the store use.
+    const std::string zone = std::to_string(zoneSeconds);
+    const std::string sinceToday
+        = filled("timestamp >= strftime('%s', datetime('now', '+{} seconds', 'start of day')) - {}",
+            {zone, zone});
+    switch (period) {
+    case KeylogPeriod::today:
+        return sinceToday;
+    case KeylogPeriod::week:
+        return sinceToday + " - 7*86400";
+    case KeylogPeriod::month:
+        break;
+    }
+    return sinceToday + " - 30*86400";
+}
+
+std::string keystrokeFilter(TodayPeriod period)
+{
+    return period == TodayPeriod::today ? today("timestamp") : yesterday("timestamp");
+}
+
+std::string bootFilter(std::string filter)
+{
+    constexpr std::string_view kFrom = "started_at";
+    constexpr std::string_view kTo = "timestamp";
+    for (auto at = filter.find(kFrom); at != std::string::npos; at = filter.find(kFrom, at)) {
+        filter.replace(at, kFrom.size(), kTo);
+    }
+    return filter;
+}
+
+std::int64_t alertDays(AlertsPeriod period)
+{
+    switch (period) {
+    case AlertsPeriod::week:
+        return 7;
+    case AlertsPeriod::month:
+        return 30;
+    case AlertsPeriod::all:
+        break;
+    }
+    return 3650;
+}
+
+double bjTodayStartUTC(double now)
+{
+    return utc8DayStart(utc8DayNumber(now));
+}
+
+std::int64_t maxHour(FocusPeriod period, double now)
+{
+    if (period != FocusPeriod::today) {
+        return 23;
+    }
+    return wholeNumber((now - bjTodayStartUTC(now)) / 3600);
+}
+
+} // namespace quillbrook

@@ -1,0 +1,188 @@
+#include "report/SessionReports.h"
+
+#include "base/Text.h"
+#include "report/FocusSpread.h"
+#include "report/PeriodFilters.h"
+#include "report/StoreQuery.h"
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+
+namespace quillbrook {
+
+const std::string kDailyAvgSessionsSql = R"(    SELECT
+        strftime('%m-%d', datetime(started_at, 'unixepoch', '+8 hours')) AS day,
+        ROUND(AVG(CASE WHEN duration_sec < 300 THEN duration_sec END)/60, 2) AS u5,
+        ROUND(AVG(CASE WHEN duration_sec BETWEEN 300 AND 600 THEN duration_sec END)/60, 2) AS m5,
+        ROUND(AVG(CASE WHEN duration_sec > 600 THEN duration_sec END)/60, 2) AS o10
+    FROM app_sessions
+    WHERE duration_sec >= 10
+      AND datetime(started_at, 'unixepoch', '+8 hours') >= datetime('now', '+8 hours', '-7 days'))"
+    + excludeSystemNames + R"(
+    GROUP BY day
+    ORDER BY day)";
+
+namespace {
+
+/// By the stored `close_type`. Code 4 is retired, and its empty place keeps "startup" at 5.
+constexpr std::array<std::string_view, 6> closeTypeLabels
+    = {"switch", "idle_recover", "sleep_recover", "lock_recover", "", "startup"};
+
+struct BucketForm {
+    std::string_view label;
+    std::int64_t rangeMin;
+};
+
+constexpr auto kBuckets = std::to_array<BucketForm>({{"<1min", 0}, {"1-2min", 60}, {"2-3min", 120},
+    {"3-4min", 180}, {"4-5min", 240}, {"5-6min", 300}, {"6min+", 360}});
+
+/// Sets `status` and `closeType`. Every ended session that didn't begin by a switch counts as
+/// "recover", one at startup included, as the page tells switches from everything else.
+void describe(SessionDetail& session, std::int64_t code)
+{
+    if (!session.endedAt) {
+        session.status = "active";
+        session.closeType = "—";
+        return;
+    }
+    session.status = code == 0 ? "closed" : "recover";
+    const bool isKnown = code >= 0 && code < static_cast<std::int64_t>(closeTypeLabels.size());
+    session.closeType = closeTypeLabels[isKnown ? static_cast<std::size_t>(code) : 0];
+}
+
+} // namespace
+
+std::vector<SessionDetail> queryRecentSessions(sqlite3* db, const std::string& filter)
+{
+    StoreQuery query(db,
+        filled(R"(    SELECT app_name, bundle_id, started_at, ended_at, duration_sec, close_type
+    FROM app_sessions
+    WHERE {}{}
+    ORDER BY started_at DESC
+    LIMIT 200)",
+            {filter, excludeSystemFull}));
+    std::vector<SessionDetail> sessions;
+    while (query.next()) {
+        const auto appName = query.text(query.column("app_name"));
+        const auto startedAt = query.real(query.column("started_at"));
+        if (!appName || !startedAt) {
+            continue;
+        }
+        SessionDetail session{.appName = *appName,
+            .bundleId = query.text(query.column("bundle_id")).value_or("unknown"),
+            .startedAt = *startedAt,
+            .endedAt = query.real(query.column("ended_at")),
+            .durationSec = query.real(query.column("duration_sec")).value_or(0)};
+        describe(session, query.integer(query.column("close_type")).value_or(0));
+        sessions.push_back(std::move(session));
+    }
+    return sessions;
+}
+
+std::vector<IdleRecord> queryRecentIdles(sqlite3* db, const std::string& filter)
+{
+    StoreQuery query(db,
+        filled(R"(    SELECT id, started_at, ended_at, duration_sec, source_type
+    FROM idle_periods
+    WHERE {}
+    ORDER BY started_at DESC
+    LIMIT 200)",
+            {filter}));
+    std::vector<IdleRecord> idles;
+    while (query.next()) {
+        const auto rowId = query.integer(query.column("id"));
+        const auto startedAt = query.real(query.column("started_at"));
+        if (rowId && startedAt) {
+            idles.push_back({.rowId = *rowId,
+                .startedAt = *startedAt,
+                .endedAt = query.real(query.column("ended_at")),
+                .durationSec = query.real(query.column("duration_sec")).value_or(0),
+                .sourceType = query.integer(query.column("source_type")).value_or(1)});
+        }
+    }
+    return idles;
+}
+
+std::vector<FocusHour> queryFocusHours(sqlite3* db, FocusPeriod period, double now)
+{
+    StoreQuery query(db,
+        filled(R"(    SELECT started_at,
+           CASE WHEN ended_at IS NULL THEN strftime('%s','now') ELSE ended_at END AS end_ts
+    FROM app_sessions
+    WHERE {}
+      AND duration_sec > 0
+    ORDER BY started_at)",
+            {dateFilter(period)}));
+    const int startedAt = query.column("started_at");
+    const int endTs = query.column("end_ts");
+    FocusSpread spread;
+    while (query.next()) {
+        const auto start = query.real(startedAt);
+        const auto end = query.real(endTs);
+        if (start && end) {
+            spread.add(*start, *end);
+        }
+    }
+    return spread.hours(maxHour(period, now));
+}
+
+std::vector<DurationBucket> queryDurationBuckets(sqlite3* db, FocusPeriod period)
+{
+    StoreQuery query(db,
+        filled(R"(    SELECT
+        CASE
+            WHEN duration_sec < 60 THEN 0
+            WHEN duration_sec < 120 THEN 1
+            WHEN duration_sec < 180 THEN 2
+            WHEN duration_sec < 240 THEN 3
+            WHEN duration_sec < 300 THEN 4
+            WHEN duration_sec < 360 THEN 5
+            ELSE 6
+        END AS bucket_id,
+        COUNT(*) AS cnt
+    FROM app_sessions
+    WHERE duration_sec >= 10
+      AND {}{}
+    GROUP BY bucket_id
+    ORDER BY bucket_id)",
+            {dateFilter(period), excludeSystemNames}));
+    std::vector<DurationBucket> buckets;
+    while (query.next()) {
+        const auto bucketId = query.integer(query.column("bucket_id"));
+        const auto count = query.integer(query.column("cnt"));
+        if (bucketId && count && *bucketId >= 0 && *bucketId < 7) {
+            const BucketForm& form = kBuckets[static_cast<std::size_t>(*bucketId)];
+            buckets.push_back(
+                {.label = std::string(form.label), .rangeMin = form.rangeMin, .count = *count});
+        }
+    }
+    return buckets;
+}
+
+std::vector<DailyAvgSession> queryDailyAvgSessions(sqlite3* db)
+{
+    // The statement's own condition can use no index. The view holds at least the rows that it
+    // lets pass, in the order of the table, so that means come out the same to the last bit. Where
+    // the view can't be made, the statement reads the whole table.
+    sqlite3_exec(db, R"(CREATE TEMP VIEW app_sessions AS SELECT * FROM main.app_sessions
+    WHERE rowid >= (SELECT MIN(rowid) FROM main.app_sessions
+        WHERE started_at >= strftime('%s', 'now') - 7*86400 - 1))",
+        nullptr, nullptr, nullptr);
+    std::vector<DailyAvgSession> days;
+    {
+        StoreQuery query(db, kDailyAvgSessionsSql);
+        while (query.next()) {
+            if (auto day = query.text(query.column("day"))) {
+                days.push_back({.date = *std::move(day),
+                    .avgUnder5 = query.real(query.column("u5")).value_or(0),
+                    .avg5to10 = query.real(query.column("m5")).value_or(0),
+                    .avgOver10 = query.real(query.column("o10")).value_or(0)});
+            }
+        }
+    }
+    sqlite3_exec(db, "DROP VIEW IF EXISTS temp.app_sessions", nullptr, nullptr, nullptr);
+    return days;
+}
+
+} // namespace quillbrook

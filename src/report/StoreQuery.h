@@ -1,0 +1,41 @@
+#pragma once
+
+#include "base/Sqlite.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quillbrook {
+
+/// The rows of a query, read one at a time. A value is read as the one type asked for, and one of
+/// another type counts as absent; integers and doubles don't convert.
+///
+/// A statement that can't be prepared has no rows, and one that fails on its way has those up to
+/// there; neither is reported. There are three readers like this one, one for each kind of caller,
+/// whose rows are typed for it: the others turn integers into doubles for the trend, and serve the
+/// category rules.
+class StoreQuery {
+public:
+    StoreQuery(sqlite3* db, const std::string& sql);
+
+    /// Goes to the next row; false when there is none.
+    bool next() { return statement && sqlite3_step(statement.get()) == SQLITE_ROW; }
+
+    /// The number by which a column is read: the last of that name, -1 when there is none.
+    int column(std::string_view name) const;
+
+    std::optional<std::int64_t> integer(int column) const;
+    std::optional<double> real(int column) const;
+
+    /// The text up to its first NUL, in well-formed UTF-8.
+    std::optional<std::string> text(int column) const;
+
+private:
+    int typeOf(int column) const;
+
+    Statement statement;
+};
+
+} // namespace quillbrook

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "base/Sqlite.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quillbrook {
+
+/// The rows of the trend's query, read one at a time: as `StoreQuery`, but an integer is a number
+/// like any other, and a column without a name is passed over. Not one with it on purpose: the rows
+/// of each caller are typed for its own reader.
+class TrendQuery {
+public:
+    TrendQuery(sqlite3* db, const std::string& sql);
+
+    /// Goes to the next row; false when there is none.
+    bool next() { return statement && sqlite3_step(statement.get()) == SQLITE_ROW; }
+
+    /// The number by which a column is read: the last of that name, -1 when there is none.
+    int column(std::string_view name) const;
+
+    std::optional<double> number(int column) const;
+
+    /// The text up to its first NUL, in well-formed UTF-8.
+    std::optional<std::string> text(int column) const;
+
+private:
+    int typeOf(int column) const;
+
+    Statement statement;
+};
+
+} // namespace quillbrook

@@ -1,0 +1,76 @@
+#include "tests/report/ReportFixture.h"
+
+#include "categories/CategoryStore.h"
+#include "report/CategoryReports.h"
+
+#include <set>
+
+namespace quillbrook {
+namespace {
+
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class CategoryReportsTest : public ReportFixture {
+protected:
+    std::vector<CategoryTrendPoint> trend() const
+    {
+        const StoreReader store(path());
+        return computeTrend(
+            store.handle(), CategoryStore::loadRuleSet(store.handle()), machine.clock.now());
+    }
+};
+
+TEST_F(CategoryReportsTest, APeriodWithoutSessionsIsEmpty)
+{
+    const auto data = read({.tab = NavTab::habit});
+    EXPECT_THAT(data.categoryUsage, IsEmpty());
+    EXPECT_EQ(data.totalActiveSeconds, 0);
+}
+
+TEST_F(CategoryReportsTest, SharesAddUpAndApplicationsCountOnce)
+{
+    session("Safari", 0, 100, "com.apple.Safari");
+    session("Safari", 200, 300, "com.apple.Safari");
+    session("Chrome", 400, 500, "com.google.Chrome");
+    session("Thing", 600, 601, "");
+    session("Other", 700, 701.5, "zz.zz");
+    const auto data = read({.tab = NavTab::habit});
+    ASSERT_THAT(data.categoryUsage, SizeIs(2));
+    EXPECT_EQ(data.categoryUsage[0].appCount, 2);
+    EXPECT_EQ(data.categoryUsage[0].sessionCount, 3);
+    EXPECT_EQ(data.categoryUsage[1].label, "未分类");
+    EXPECT_EQ(data.categoryUsage[1].appCount, 2);
+    EXPECT_EQ(data.totalActiveSeconds, 302.5);
+    EXPECT_DOUBLE_EQ(data.categoryUsage[0].pct + data.categoryUsage[1].pct, 1);
+    EXPECT_THAT(data.categorySessions, IsEmpty());
+}
+
+TEST_F(CategoryReportsTest, TheTrendHasTheDayOnWhichASessionBegan)
+{
+    session("A", -1, 3600);
+    session("A", 0, 1800);
+    const auto points = trend();
+    ASSERT_THAT(points, SizeIs(2));
+    EXPECT_EQ(points[0].date, kMidnight - 86400);
+    EXPECT_EQ(points[0].hours, 3601.0 / 3600);
+    EXPECT_EQ(points[1].date, kMidnight);
+    EXPECT_EQ(points[1].hours, 0.5);
+}
+
+TEST_F(CategoryReportsTest, TheTrendHasFifteenDays)
+{
+    for (int day = 0; day <= 20; ++day) {
+        session("A", -day * 86400.0, -day * 86400.0 + 60);
+    }
+    std::set<double> dates;
+    for (const CategoryTrendPoint& point : trend()) {
+        dates.insert(point.date);
+    }
+    EXPECT_THAT(dates, SizeIs(15));
+    EXPECT_EQ(*dates.begin(), kMidnight - 14 * 86400);
+    EXPECT_EQ(*dates.rbegin(), kMidnight);
+}
+
+} // namespace
+} // namespace quillbrook
