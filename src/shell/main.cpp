@@ -1,5 +1,5 @@
-#include "engine/MonitorEngine.h"
 #include "platform/linux/LinuxPlatform.h"
+#include "shell/AppDelegate.h"
 #include "shell/SingleInstance.h"
 
 #include <QApplication>
@@ -9,14 +9,14 @@
 
 namespace {
 
-/// The engine that runs, for the ways out of the process that pass `main` by.
-quillbrook::MonitorEngine* runningEngine = nullptr;
+/// The program that runs, for the ways out of the process that pass `main` by.
+quillbrook::AppDelegate* runningDelegate = nullptr;
 
-void stopEngine()
+void terminate()
 {
-    if (runningEngine != nullptr) {
-        runningEngine->stop();
-        runningEngine = nullptr;
+    if (runningDelegate != nullptr) {
+        runningDelegate->terminate();
+        runningDelegate = nullptr;
     }
 }
 
@@ -27,7 +27,7 @@ int main(int argc, char** argv)
     // A reader of our output that is gone must not end the recording.
     std::signal(SIGPIPE, SIG_IGN);
 
-    const quillbrook::SingleInstance instance;
+    quillbrook::SingleInstance instance;
     if (instance.handOver()) {
         return 0;
     }
@@ -38,16 +38,18 @@ int main(int argc, char** argv)
     QApplication::setQuitOnLastWindowClosed(false);
 
     quillbrook::LinuxPlatform platform([] {
-        stopEngine();
+        terminate();
         QApplication::quit();
     });
-    quillbrook::MonitorEngine engine(platform.platform());
-    engine.start();
-    runningEngine = &engine;
-    QObject::connect(&application, &QApplication::aboutToQuit, &application, stopEngine);
+    // The dashboard is not part of this build: what would open it does nothing.
+    quillbrook::AppDelegate delegate(platform.platform(), [](auto) {});
+    runningDelegate = &delegate;
+    QObject::connect(&application, &QApplication::aboutToQuit, &application, terminate);
     // When the display goes away under the program, it leaves through `exit`: open rows are
     // finished on that way too.
-    std::atexit(stopEngine);
+    std::atexit(terminate);
 
+    delegate.launch();
+    instance.onReopen([&delegate] { delegate.reopen(); });
     return QApplication::exec();
 }

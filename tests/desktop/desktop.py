@@ -8,6 +8,7 @@ import os
 import re
 import shutil
 import signal
+import socket
 import sqlite3
 import subprocess
 import tempfile
@@ -64,6 +65,7 @@ class Desktop:
             os.makedirs(os.path.join(self.home, folder), mode=0o700)
         self.services = self.home + "/services"  # that the buses would start; none at first
         self.data = self.home + "/share/cn.tarnlow.quillbrook"
+        self.set_launched_before()
         # Instances are told by their program's path: each desktop has a program of its own.
         self.program = shutil.copy(os.environ["QUILLBROOK"], self.home)
         try:
@@ -127,16 +129,22 @@ class Desktop:
         wait_for(lambda: "window id" in self.tool(
             "xprop", "-root", "_NET_SUPPORTING_WM_CHECK"), "the window manager")
 
+    @staticmethod
+    def _listens(path):
+        with socket.socket(socket.AF_UNIX) as client:
+            return client.connect_ex(path) == 0
+
     def _start_bus(self, kind):
-        socket = os.path.join(self.home, kind + "-bus")
+        socket_path = os.path.join(self.home, kind + "-bus")
         config = os.path.join(self.home, kind + "-bus.conf")
         with open(config, "w", encoding="utf-8") as file:
-            file.write(BUS_CONFIG.format(type=kind, socket=socket, services=self.services))
-        if os.path.exists(socket):
-            os.unlink(socket)
+            file.write(BUS_CONFIG.format(type=kind, socket=socket_path,
+                                         services=self.services))
+        if os.path.exists(socket_path):
+            os.unlink(socket_path)
         process = self.spawn(["dbus-daemon", "--nofork", "--config-file", config])
-        wait_for(lambda: os.path.exists(socket), "the %s bus" % kind)
-        return process, "unix:path=" + socket
+        wait_for(lambda: self._listens(socket_path), "the %s bus" % kind)
+        return process, "unix:path=" + socket_path
 
     def start_session_bus(self):
         self.session_bus_daemon, address = self._start_bus("session")
@@ -207,6 +215,13 @@ class Desktop:
         self.tool("xdotool", "key", "--delay", "5", *keys)
 
     # The recorder
+
+    def set_launched_before(self):
+        """Lets the next launch record at once, as after a finished set-up."""
+        folder = self.home + "/config/tarnlow.cn"
+        os.makedirs(folder, exist_ok=True)
+        with open(folder + "/quillbrook.conf", "w", encoding="utf-8") as file:
+            file.write("[General]\nhasLaunchedBefore=true\n")
 
     def start_recorder(self, **options):
         recorder = self.spawn([self.program], fast=True, **options)

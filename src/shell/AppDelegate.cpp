@@ -1,0 +1,67 @@
+#include "shell/AppDelegate.h"
+
+#include "shell/PermissionSetupWindow.h"
+
+#include <QCoreApplication>
+
+#include <utility>
+
+namespace quillbrook {
+
+AppDelegate::AppDelegate(const Platform& platform, ShowDashboard showPage)
+    : platform(platform)
+    , showPage(std::move(showPage))
+{
+}
+
+AppDelegate::~AppDelegate() = default;
+
+void AppDelegate::launch()
+{
+    flow.applicationDidFinishLaunching();
+    menuVM = std::make_unique<MenuBarVM>(platform);
+    menuBar = std::make_unique<MenuBar>(*menuVM, [this](MenuAction action) { perform(action); });
+    menuBar->show();
+}
+
+void AppDelegate::reopen()
+{
+    const bool hasWindows = application.hasVisibleWindows();
+    if (flow.applicationShouldHandleReopen(hasWindows) && hasWindows) {
+        application.activate();
+    }
+}
+
+void AppDelegate::showPermissionSetup(bool, std::function<void()> onComplete)
+{
+    permissionWindow = std::make_unique<PermissionSetupWindow>(platform, std::move(onComplete));
+    permissionWindow->show();
+}
+
+void AppDelegate::closePermissionSetup()
+{
+    permissionWindow.reset();
+}
+
+void AppDelegate::patchAboutMenuItem()
+{
+    // Only desktops with an application menu have the item.
+}
+
+void AppDelegate::perform(MenuAction action)
+{
+    switch (action) {
+    case MenuAction::showAlerts:
+    case MenuAction::showToday:
+    case MenuAction::showKeylog:
+        return showPage(action);
+    case MenuAction::refresh:
+        return menuVM->refreshStats();
+    case MenuAction::toggleLoginItem:
+        return menuVM->toggleLoginItem();
+    case MenuAction::quit:
+        return QCoreApplication::quit();
+    }
+}
+
+} // namespace quillbrook

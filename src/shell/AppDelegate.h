@@ -1,0 +1,68 @@
+#pragma once
+
+#include "engine/MonitorEngine.h"
+#include "platform/Platform.h"
+#include "shell/MenuBar.h"
+#include "shell/QtApplication.h"
+#include "shell/model/CrashReporter.h"
+#include "shell/model/LaunchFlow.h"
+#include "shell/model/LaunchSurfaces.h"
+#include "shell/model/MenuBarVM.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace quillbrook {
+
+class PermissionSetupWindow;
+
+/// Ties the parts of the running program together: the recorder, the menu bar and the windows. Main
+/// thread only; needs the application object.
+class AppDelegate final : public LaunchSurfaces {
+public:
+    /// Opens the dashboard or brings it to the front, on the page that an entry of the menu stands
+    /// for or, without one, where it was.
+    using ShowDashboard = std::function<void(std::optional<MenuAction> entry)>;
+
+    AppDelegate(const Platform& platform, ShowDashboard showPage);
+    ~AppDelegate() override;
+
+    AppDelegate(const AppDelegate&) = delete;
+    AppDelegate& operator=(const AppDelegate&) = delete;
+
+    /// Begins the program's life.
+    void launch();
+
+    /// The user started the program again.
+    void reopen();
+
+    /// Ends the recording and notes the clean exit; again it changes nothing.
+    void terminate() { flow.applicationWillTerminate(); }
+
+    CrashReporter& reporter() { return crashReporter; }
+
+    void showDashboard() override { showPage(std::nullopt); }
+    void showPermissionSetup(bool isNewVersion, std::function<void()> onComplete) override;
+    void closePermissionSetup() override;
+    void patchAboutMenuItem() override;
+
+private:
+    void perform(MenuAction action);
+
+    Platform platform;
+    ShowDashboard showPage;
+    QtApplication application{};
+    CrashReporter crashReporter{platform};
+    MonitorEngine engine{platform};
+    LaunchFlow flow{platform,
+        {.application = application,
+            .surfaces = *this,
+            .engine = engine,
+            .crashReporter = crashReporter}};
+    std::unique_ptr<PermissionSetupWindow> permissionWindow{};
+    std::unique_ptr<MenuBarVM> menuVM{};
+    std::unique_ptr<MenuBar> menuBar{};
+};
+
+} // namespace quillbrook
