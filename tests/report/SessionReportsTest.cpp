@@ -179,7 +179,7 @@ TEST_F(SessionReportsTest, TheNarrowedHistoryHasTheSameMeans)
     };
     const StoreReader store(path());
     for (int round = 0; round < 60; ++round) {
-        store.exec("DELETE FROM app_sessions");
+        store.exec("BEGIN; DELETE FROM app_sessions");
         for (int i = 0; i < 120; ++i) {
             const double start = i % 5 == 0 ? kNow - 7 * 86400 + std::round(upTo(4000)) / 1000 - 2
                                             : kNow - upTo(16 * 86400);
@@ -188,6 +188,7 @@ TEST_F(SessionReportsTest, TheNarrowedHistoryHasTheSameMeans)
                 {i % 17 == 0 ? "launchd" : "Editor",
                     i % 29 == 0 ? "'no time'" : shortestText(start), shortestText(upTo(1200))}));
         }
+        store.exec("COMMIT");
         std::vector<std::string> narrowed;
         for (const DailyAvgSession& day : queryDailyAvgSessions(store.handle())) {
             narrowed.push_back(day.date + "|" + printed(store, day.avgUnder5) + "|"

@@ -3,11 +3,11 @@
 #include "base/Text.h"
 #include "lab/Arguments.h"
 #include "lab/JsonText.h"
+#include "lab/ZoneOption.h"
 #include "platform/qt/SystemClock.h"
 #include "platform/virtual/VirtualMachine.h"
 #include "shell/model/MenuBarVM.h"
 
-#include <cmath>
 #include <cstdio>
 
 namespace quillbrook::lab {
@@ -41,17 +41,6 @@ bool choice(const Arguments& arguments, std::string_view name, std::string_view 
             name, "'" + *text + "' is neither " + std::string(yes) + " nor " + std::string(no));
     }
     return *text == yes;
-}
-
-int zoneSeconds(const Arguments& arguments)
-{
-    constexpr double kDefault = 28800;
-    constexpr double kMost = 86400;
-    const double seconds = arguments.number("--zone").value_or(kDefault);
-    if (seconds != std::floor(seconds) || std::abs(seconds) > kMost) {
-        arguments.reject("--zone", "no offset of a zone in whole seconds");
-    }
-    return static_cast<int>(seconds);
 }
 
 QByteArray menuJson(const MenuBarVM& model)

@@ -1,6 +1,8 @@
 #include "lab/Arguments.h"
 #include "lab/MenubarCommand.h"
 #include "lab/ReplayCommand.h"
+#include "lab/ReportCommand.h"
+#include "lab/SeedCommand.h"
 
 #include <array>
 #include <cstdio>
@@ -19,6 +21,8 @@ struct Command {
 constexpr std::array kCommands = {
     Command{"replay", "drives the engine through a script", &quillbrook::lab::replayCommand},
     Command{"menubar", "reads the menu bar's figures once", &quillbrook::lab::menubarCommand},
+    Command{"report", "reads what a page shows", &quillbrook::lab::reportCommand},
+    Command{"seed", "fills a store with history", &quillbrook::lab::seedCommand},
 };
 
 void printCommands()
