@@ -12,7 +12,9 @@ function(quillbrook_library name)
     set(visibility PUBLIC)
     target_link_libraries(${name} PRIVATE quillbrook_warnings)
     if(ARG_QT)
-      set_target_properties(${name} PROPERTIES AUTOMOC ON)
+      # Qt 6.4's moc stumbles over libstdc++'s <concepts>; its include guard keeps it out.
+      set_target_properties(${name} PROPERTIES
+        AUTOMOC ON AUTOMOC_MOC_OPTIONS "-D_GLIBCXX_CONCEPTS")
     else()
       target_compile_options(${name} PRIVATE -Wconversion -fno-exceptions)
     endif()
