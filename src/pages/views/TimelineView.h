@@ -1,0 +1,45 @@
+#pragma once
+
+#include "pages/figures/TimelineFigures.h"
+
+#include <QWidget>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+class QLabel;
+
+namespace quillbrook {
+
+class FlowLayout;
+class TimelineChart;
+
+/// The day hour by hour with its legend, and its export as a CSV file.
+class TimelineView final : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit TimelineView(QWidget* parent = nullptr);
+
+    void setTimeline(const std::vector<HourlyTimelineEntry>& timeline);
+
+    /// Asks for a file and writes the day as it is now into it.
+    void exportCSV();
+
+private:
+    void rebuildLegend();
+    void toggleHighlight(const std::string& appName);
+
+    std::vector<HourlyTimelineEntry> timeline{};
+    std::optional<std::string> highlightedApp{};
+    QLabel* nothing;
+    TimelineChart* chart;
+    QWidget* legendSection;
+    FlowLayout* chips;
+};
+
+/// Writes `text` to a file as a whole or not at all; a failure has no effect.
+void writeTextFile(const QString& path, const std::string& text);
+
+} // namespace quillbrook

@@ -1,0 +1,39 @@
+#include "pages/views/TodayPage.h"
+
+#include "pages/kit/Motto.h"
+#include "pages/views/TimelineView.h"
+#include "pages/views/TodayOverviewView.h"
+
+#include <QVBoxLayout>
+
+namespace quillbrook {
+
+TodayPage::TodayPage(const QStringList& periods, QWidget* parent)
+    : ScrollPage({.around = 24, .between = 20}, parent)
+    , overview(new TodayOverviewView(periods))
+    , timeline(new TimelineView)
+{
+    overview->hide();
+    column()->addWidget(overview);
+    column()->addWidget(timeline);
+    column()->addWidget(new Motto("一切有为法，如梦幻泡影，如露亦如电"));
+    column()->addStretch();
+    connect(overview, &TodayOverviewView::periodPicked, this, &TodayPage::periodPicked);
+}
+
+void TodayPage::setData(const DashboardData& data)
+{
+    overview->setVisible(data.overview.has_value());
+    if (data.overview) {
+        overview->setFigures(*data.overview, static_cast<std::int64_t>(data.appUsage.size()),
+            data.totalKeylogKeystrokes);
+    }
+    timeline->setTimeline(data.hourlyTimeline);
+}
+
+void TodayPage::setPeriod(int index)
+{
+    overview->setPeriod(index);
+}
+
+} // namespace quillbrook

@@ -1,0 +1,115 @@
+#include "pages/views/PastPage.h"
+#include "pages/views/TodayPage.h"
+#include "pages/views/VerticalChineseText.h"
+#include "support/Elements.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+
+namespace quillbrook {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+
+DashboardData todayData()
+{
+    return {.appUsage = {{.appName = "Editor", .totalSeconds = 60}},
+        .overview = TodayOverview{.firstActivity = 1767225600,
+            .totalActiveHours = 2.0833,
+            .sessionCount = 3,
+            .appSwitchCount = 3,
+            .longestSessionMinutes = 61},
+        .totalKeylogKeystrokes = 999};
+}
+
+TEST(TodayPageTest, LeavesTheOverviewOutWhileItIsAbsent)
+{
+    TodayPage page({"今日", "昨日"});
+    page.resize(740, 620);
+    page.show();
+    page.setData({});
+    EXPECT_THAT(namesOf(elementsOf(page, QAccessible::StaticText)),
+        ElementsAre("时间线", "暂无数据", "一切有为法，如梦幻泡影，如露亦如电"));
+}
+
+TEST(TodayPageTest, ShowsTitleFiguresTimelineAndMottoInThisOrder)
+{
+    TodayPage page({"今日", "昨日"});
+    page.resize(740, 620);
+    page.show();
+    page.setData(todayData());
+    const auto texts = elementsOf(page, QAccessible::StaticText);
+    EXPECT_THAT(namesOf(texts),
+        ElementsAre("Today Is a Present", "3 个会话", "单次最长 1h1m", "切换 3 次", "今日键盘输入",
+            "时间线", "暂无数据", "一切有为法，如梦幻泡影，如露亦如电"));
+    EXPECT_EQ(texts[1].value, "08:00");
+    EXPECT_EQ(texts[2].value, "2h4m");
+    EXPECT_EQ(texts[3].value, "1 个");
+    EXPECT_EQ(texts[4].value, "999");
+}
+
+TEST(TodayPageTest, TellsOfAPickedPeriodOnce)
+{
+    TodayPage page({"今日", "昨日"});
+    page.setData(todayData());
+    std::vector<int> picked;
+    QObject::connect(&page, &TodayPage::periodPicked, [&](int index) { picked.push_back(index); });
+    for (auto* button : page.findChildren<QAbstractButton*>()) {
+        if (button->text() == "昨日") {
+            button->click();
+            button->click();
+        }
+    }
+    EXPECT_EQ(picked, std::vector{1});
+}
+
+TEST(TodayPageTest, ReachesEveryControlByKeyboard)
+{
+    TodayPage page({"今日", "昨日"});
+    page.setData(todayData());
+    int named = 0;
+    for (const auto* button : page.findChildren<QAbstractButton*>()) {
+        EXPECT_TRUE(button->focusPolicy() & Qt::TabFocus);
+        named += button->accessibleName().isEmpty() ? 0 : 1;
+    }
+    EXPECT_EQ(named, 4); // two periods, the information, the export
+}
+
+TEST(PastPageTest, LeavesTheFiguresOutWhileTheyAreAbsent)
+{
+    PastPage page({"今日"}, {});
+    page.resize(740, 620);
+    page.show();
+    page.setData({});
+    EXPECT_THAT(namesOf(elementsOf(page, QAccessible::StaticText)),
+        ElementsAre("The Past Is History", "应用的活跃时长", "暂无数据",
+            "是日已过，命亦随减，如少水鱼，斯有何乐"));
+    page.setData({.historyOverview = HistoryOverview{.bootCount = 2}});
+    EXPECT_THAT(elementsOf(page, QAccessible::StaticText),
+        Contains(Element{QAccessible::StaticText, "开关机", "2 次"}));
+}
+
+TEST(VerticalChineseTextTest, IsOneTextForEachColumn)
+{
+    VerticalChineseText text({"观自在菩萨", "墨川"});
+    text.show();
+    EXPECT_THAT(
+        namesOf(elementsOf(text, QAccessible::StaticText)), ElementsAre("观自在菩萨", "墨川"));
+}
+
+TEST(Pages, FitTheSmallestWindowBesideTheSidebar)
+{
+    TodayPage today({"今日", "昨日"});
+    today.setData(todayData());
+    PastPage past({"今日", "昨日", "本周", "本月", "本年", "全部"}, {});
+    past.setData({.historyOverview = HistoryOverview{}});
+    constexpr int kRoom = 820 - 220 - 10; // without the sidebar and the scroll bar
+    EXPECT_LE(today.widget()->minimumSizeHint().width(), kRoom);
+    EXPECT_LE(past.widget()->minimumSizeHint().width(), kRoom);
+}
+
+} // namespace
+} // namespace quillbrook
