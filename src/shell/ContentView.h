@@ -1,0 +1,60 @@
+#pragma once
+
+#include "base/Property.h"
+#include "report/DataProvider.h"
+
+#include <QWidget>
+
+#include <functional>
+#include <map>
+#include <string_view>
+#include <vector>
+
+class QStackedWidget;
+
+namespace quillbrook {
+
+class EmptyState;
+class LoadingState;
+class PastPage;
+class Sidebar;
+class TodayPage;
+
+/// The inside of the dashboard window: sidebar, toolbar and the selected page. Here the selection,
+/// the periods and the refresh meet.
+class ContentView final : public QWidget {
+    Q_OBJECT
+
+public:
+    /// Remembers the page that the user looks at, by its title, for the case of a crash.
+    using Heartbeat = std::function<void(std::string_view page)>;
+
+    ContentView(DataProvider& provider, Heartbeat updateHeartbeat, QWidget* parent = nullptr);
+
+private:
+    /// A page, and what hands it the present record.
+    struct Page {
+        QWidget* widget = nullptr;
+        std::function<void(const DashboardData&)> setData{};
+    };
+
+    void observeSelection();
+    template <typename Period>
+    void observePeriod(Property<Period>& period);
+    void showDetail();
+    Page& pageFor(NavTab tab);
+    Page makePage(NavTab tab);
+    template <typename PageWidget, typename Period>
+    Page makePeriodPage(PageWidget* page, Property<Period>& period);
+
+    DataProvider& provider;
+    Heartbeat updateHeartbeat;
+    Sidebar* sidebar;
+    QStackedWidget* detail;
+    LoadingState* loading;
+    EmptyState* empty;
+    std::map<NavTab, Page> pages{}; // each made when it is first shown
+    std::vector<Subscription> subscriptions{};
+};
+
+} // namespace quillbrook

@@ -1,0 +1,73 @@
+#include "shell/DashboardWindowController.h"
+
+#include "platform/MainLoop.h"
+#include "report/DataProvider.h"
+#include "shell/ContentView.h"
+#include "shell/DashboardWindow.h"
+
+#include <QApplication>
+#include <QIcon>
+
+#include <utility>
+
+namespace quillbrook {
+
+DashboardWindowController::DashboardWindowController(
+    const Platform& platform, DashboardSurroundings surroundings)
+    : platform(platform)
+    , surroundings(std::move(surroundings))
+{
+}
+
+DashboardWindowController::~DashboardWindowController() = default;
+
+QWidget* DashboardWindowController::shownWindow() const
+{
+    return window.get();
+}
+
+void DashboardWindowController::show(std::optional<NavTab> tab)
+{
+    postPolicy(true);
+    setIconOnce();
+    if (!window) {
+        makeWindow();
+    }
+    // Behind the making of the window, so that the first page loads like any later one.
+    if (tab) {
+        contentProvider->selectedTab.set(*tab);
+    }
+    if (window->isMinimized()) {
+        window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
+    }
+    window->show();
+    window->raise();
+    window->activateWindow();
+}
+
+void DashboardWindowController::postPolicy(bool isRegular)
+{
+    platform.mainLoop.post(
+        [setPolicy = surroundings.setActivationPolicy, isRegular] { setPolicy(isRegular); });
+}
+
+void DashboardWindowController::setIconOnce()
+{
+    if (isIconSet) {
+        return;
+    }
+    isIconSet = true;
+    if (const QIcon icon = QIcon::fromTheme("cn.tarnlow.quillbrook"); !icon.isNull()) {
+        QApplication::setWindowIcon(icon);
+    }
+}
+
+void DashboardWindowController::makeWindow()
+{
+    contentProvider = std::make_unique<DataProvider>(platform);
+    auto* content = new ContentView(*contentProvider, surroundings.updateHeartbeat);
+    window = std::make_unique<DashboardWindow>(
+        content, platform.userDefaults, [this] { postPolicy(false); });
+}
+
+} // namespace quillbrook

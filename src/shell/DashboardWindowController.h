@@ -1,0 +1,58 @@
+#pragma once
+
+#include "platform/Platform.h"
+#include "report/Periods.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+class QWidget;
+
+namespace quillbrook {
+
+class DashboardWindow;
+class DataProvider;
+
+/// What the dashboard asks of the program around it.
+struct DashboardSurroundings {
+    /// Remembers the page that the user looks at, by its title, for the case of a crash.
+    std::function<void(std::string_view page)> updateHeartbeat{};
+
+    /// Shows the program among those that have windows, or takes it away from there.
+    std::function<void(bool isRegular)> setActivationPolicy{};
+};
+
+/// Owns the one dashboard window, which is made when it is first shown and outlives its closing
+/// with its data, page and periods. Main thread only; needs the application object.
+class DashboardWindowController {
+public:
+    DashboardWindowController(const Platform& platform, DashboardSurroundings surroundings);
+    ~DashboardWindowController();
+
+    DashboardWindowController(const DashboardWindowController&) = delete;
+    DashboardWindowController& operator=(const DashboardWindowController&) = delete;
+
+    /// Opens the dashboard or brings it to the front, on `tab` or, without one, where it was.
+    void show(std::optional<NavTab> tab = std::nullopt);
+
+    /// The window; null until it is first shown.
+    QWidget* shownWindow() const;
+
+    /// The data of the window; null until it is first shown.
+    DataProvider* provider() const { return contentProvider.get(); }
+
+private:
+    void postPolicy(bool isRegular);
+    void setIconOnce();
+    void makeWindow();
+
+    Platform platform;
+    DashboardSurroundings surroundings;
+    bool isIconSet = false;
+    std::unique_ptr<DataProvider> contentProvider; // outlives the window, which observes it
+    std::unique_ptr<DashboardWindow> window;
+};
+
+} // namespace quillbrook

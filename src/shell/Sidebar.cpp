@@ -1,0 +1,128 @@
+#include "shell/Sidebar.h"
+
+#include "pages/kit/Line.h"
+#include "pages/kit/Look.h"
+#include "pages/kit/TextDrawing.h"
+#include "pages/views/VerticalChineseText.h"
+#include "platform/qt/QtText.h"
+#include "shell/AboutRow.h"
+#include "shell/SidebarRow.h"
+
+#include <QAbstractButton>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPainter>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <array>
+
+namespace quillbrook {
+
+namespace {
+
+struct Entry {
+    const char* header; // of the section that begins here, else null
+    const char* title;
+    const char* symbol;
+    NavTab tab;
+};
+
+constexpr std::array kEntries = {
+    Entry{"知行", "Today", "calendar.day.timeline.left", NavTab::today},
+    Entry{nullptr, "Past", "calendar.badge.clock", NavTab::history},
+    Entry{nullptr, "Future", "heart.circle", NavTab::life},
+    Entry{"观照", "Habit", "chart.bar.doc.horizontal", NavTab::habit},
+    Entry{nullptr, "Focus", "scope", NavTab::focus},
+    Entry{"活动", "Tokens", "keyboard", NavTab::keylog},
+    Entry{nullptr, "Alerts", "exclamationmark.triangle", NavTab::alerts},
+};
+
+constexpr int kListPadding = 10;
+constexpr int kHeaderIndent = 8;
+constexpr int kAboveHeader = 8;
+
+QLabel* sectionHeader(const QString& text)
+{
+    QLabel* header = secondaryLabel(text, Look::font(TextStyle::subheadline, QFont::DemiBold));
+    header->setContentsMargins(kHeaderIndent, kAboveHeader, 0, 2);
+    return header;
+}
+
+} // namespace
+
+Sidebar::Sidebar(QWidget* parent) : QWidget(parent)
+{
+    setMinimumWidth(kMinimumWidth);
+    auto* list = new QVBoxLayout;
+    list->setContentsMargins(kListPadding, kListPadding, kListPadding, 0);
+    list->setSpacing(1);
+    for (const Entry& entry : kEntries) {
+        if (entry.header != nullptr) {
+            list->addWidget(sectionHeader(entry.header));
+        }
+        addRow(*list, entry.tab, new SidebarRow(entry.symbol, entry.title));
+    }
+
+    auto* verse = new QHBoxLayout;
+    verse->setContentsMargins(12, 8, 12, 8);
+    verse->addStretch();
+    verse->addWidget(new VerticalChineseText({"观自在菩萨", "行深般若波罗蜜多时", "墨川五蕴皆空"}));
+    verse->addStretch();
+
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addLayout(list);
+    column->addStretch();
+    column->addLayout(verse);
+    column->addWidget(new Line);
+    addRow(*column, NavTab::about, new AboutRow);
+}
+
+QString Sidebar::symbolOf(NavTab tab)
+{
+    const auto entry = std::find_if(
+        kEntries.begin(), kEntries.end(), [tab](const Entry& row) { return row.tab == tab; });
+    return entry == kEntries.end() ? "doc.text.magnifyingglass" : entry->symbol;
+}
+
+void Sidebar::addRow(QVBoxLayout& column, NavTab tab, QAbstractButton* button)
+{
+    connect(button, &QAbstractButton::clicked, this, [this, tab] {
+        setSelected(tab); // a press on the selected row leaves it marked
+        emit selected(tab);
+    });
+    column.addWidget(button);
+    rows.append({tab, button});
+}
+
+void Sidebar::setSelected(NavTab tab)
+{
+    for (const Row& row : rows) {
+        row.button->setChecked(row.tab == tab);
+    }
+}
+
+void Sidebar::keyPressEvent(QKeyEvent* event)
+{
+    const int step = event->key() == Qt::Key_Down ? 1 : event->key() == Qt::Key_Up ? -1 : 0;
+    const auto focused = std::find_if(
+        rows.begin(), rows.end(), [](const Row& row) { return row.button->hasFocus(); });
+    const auto next = std::distance(rows.begin(), focused) + step;
+    if (step == 0 || focused == rows.end() || next < 0 || next >= rows.size()) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    rows[next].button->setFocus(Qt::TabFocusReason);
+    emit selected(rows[next].tab);
+}
+
+void Sidebar::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.fillRect(rect(), Look::faded(Look::controlBackground(palette()), 0.5));
+    painter.fillRect(QRect(width() - 1, 0, 1, height()), Look::separator(palette()));
+}
+
+} // namespace quillbrook
