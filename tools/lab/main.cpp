@@ -1,5 +1,6 @@
 #include "lab/Arguments.h"
 #include "lab/MenubarCommand.h"
+#include "lab/PageCommand.h"
 #include "lab/ReplayCommand.h"
 #include "lab/ReportCommand.h"
 #include "lab/SeedCommand.h"
@@ -19,6 +20,7 @@ struct Command {
 };
 
 constexpr std::array kCommands = {
+    Command{"page", "shows a page of the dashboard", &quillbrook::lab::pageCommand},
     Command{"replay", "drives the engine through a script", &quillbrook::lab::replayCommand},
     Command{"menubar", "reads the menu bar's figures once", &quillbrook::lab::menubarCommand},
     Command{"report", "reads what a page shows", &quillbrook::lab::reportCommand},

@@ -1,0 +1,286 @@
+#include "lab/PageCommand.h"
+
+#include "lab/AccessibleText.h"
+#include "lab/Arguments.h"
+#include "pages/figures/TimelineFigures.h"
+#include "pages/kit/AccessibleViews.h"
+#include "pages/kit/Look.h"
+#include "platform/qt/QtText.h"
+#include "platform/qt/SystemClock.h"
+#include "platform/virtual/VirtualMachine.h"
+#include "report/DataProvider.h"
+#include "shell/DashboardWindowController.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QPixmap>
+#include <QScrollArea>
+#include <QScrollBar>
+
+#include <algorithm>
+#include <charconv>
+#include <optional>
+
+namespace quillbrook::lab {
+
+namespace {
+
+constexpr std::string_view kUsage
+    = R"(usage: quillbrook-lab page --data DIR --tab TAB [--period LABEL] [--now T] [--zone SECONDS]
+                           [--size WxH] [--scale F] [--dark] [--full] [--defaults FILE]
+                           [--png FILE] [--text FILE] [--csv FILE]
+
+Opens the dashboard off screen on a page, waits for its data, and writes what is to be seen.
+
+  --data DIR       the data directory
+  --tab TAB        the page, by its title: Today, Past, ...
+  --period LABEL   the page's period, by its label (default: the first that users see)
+  --now T          the time, in seconds since 1970 (default: the real one)
+  --zone SECONDS   the computer's offset from UTC (default 28800)
+  --size WxH       the window's size in points (default 960x680)
+  --scale F        the screen's device pixel ratio (default 1)
+  --dark           the dark appearance
+  --full           grows the window until nothing scrolls
+  --defaults FILE  user defaults, a JSON object
+  --png FILE       receives a picture of the window
+  --text FILE      receives what a screen reader finds, a JSON line for each element
+  --csv FILE       receives the timeline as CSV; with Today only
+)";
+
+const Syntax kSyntax{.usage = kUsage,
+    .options = {"--data", "--tab", "--period", "--now", "--zone", "--size", "--scale", "--defaults",
+        "--png", "--text", "--csv"},
+    .flags = {"--dark", "--full"},
+    .required = {"--data", "--tab"}};
+
+constexpr double kDefaultZoneSec = 28800;
+constexpr QSize kDefaultSize(960, 680);
+
+/// What the command line asks for, checked.
+struct Request {
+    NavTab tab = NavTab::today;
+    std::optional<std::string> period{};
+    double now = 0;
+    double zone = kDefaultZoneSec;
+    QSize size = kDefaultSize;
+    double scale = 1;
+    QJsonObject defaults{};
+};
+
+std::optional<QSize> sizeOf(std::string_view text)
+{
+    const auto cross = text.find('x');
+    if (cross == std::string_view::npos) {
+        return std::nullopt;
+    }
+    const auto side = [](std::string_view digits) {
+        int value = 0;
+        const auto* end = digits.data() + digits.size();
+        const auto result = std::from_chars(digits.data(), end, value);
+        return result.ec == std::errc() && result.ptr == end && value < 20000 ? value : 0;
+    };
+    const QSize size(side(text.substr(0, cross)), side(text.substr(cross + 1)));
+    return size.isEmpty() ? std::nullopt : std::optional(size);
+}
+
+QJsonObject defaultsOf(const Arguments& arguments)
+{
+    const auto path = arguments.option("--defaults");
+    if (!path) {
+        return {};
+    }
+    QFile file(QString::fromStdString(*path));
+    if (!file.open(QIODevice::ReadOnly)) {
+        arguments.reject("--defaults", "'" + *path + "' can't be read");
+    }
+    const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
+    if (!document.isObject()) {
+        usageError(*path, 1, "no JSON object");
+    }
+    return document.object();
+}
+
+/// Calls `body` with the member of `owner` that stands for the periods of a tab; not for a tab
+/// without any.
+template <typename Owner, typename Body>
+void withPeriod(Owner& owner, NavTab tab, Body body)
+{
+    switch (tab) {
+    case NavTab::today:
+        return body(owner.todayPeriod);
+    case NavTab::history:
+        return body(owner.historyPeriod);
+    case NavTab::habit:
+        return body(owner.habitPeriod);
+    case NavTab::keylog:
+        return body(owner.keylogPeriod);
+    case NavTab::alerts:
+        return body(owner.alertsPeriod);
+    case NavTab::session:
+        return body(owner.sessionsPeriod);
+    case NavTab::idles:
+        return body(owner.idlesPeriod);
+    case NavTab::focus:
+        return body(owner.focusPeriod);
+    case NavTab::about:
+    case NavTab::life:
+        return;
+    }
+}
+
+/// Whether a tab has a period of that label.
+bool hasPeriod(NavTab tab, const std::string& label)
+{
+    bool isFound = false;
+    RefreshContext sample;
+    withPeriod(sample, tab,
+        [&]<typename Period>(Period&) { isFound = fromRawValue<Period>(label).has_value(); });
+    return isFound;
+}
+
+void choosePeriod(DataProvider& provider, NavTab tab, const std::string& label)
+{
+    withPeriod(provider, tab, [&]<typename Period>(Property<Period>& period) {
+        period.set(*fromRawValue<Period>(label));
+    });
+}
+
+Request requestOf(const Arguments& arguments)
+{
+    Request request;
+    const auto tab = fromRawValue<NavTab>(arguments.required("--tab"));
+    if (!tab) {
+        arguments.reject("--tab", "there is no page '" + arguments.required("--tab") + "'");
+    }
+    request.tab = *tab;
+    request.period = arguments.option("--period");
+    if (request.period && !hasPeriod(request.tab, *request.period)) {
+        arguments.reject("--period", "the page has no period '" + *request.period + "'");
+    }
+    if (arguments.option("--csv") && request.tab != NavTab::today) {
+        arguments.reject("--csv", "only Today has a timeline");
+    }
+    if (const auto text = arguments.option("--size")) {
+        const auto size = sizeOf(*text);
+        if (!size) {
+            arguments.reject("--size", "'" + *text + "' is no size such as 960x680");
+        }
+        request.size = *size;
+    }
+    request.now = arguments.number("--now").value_or(SystemClock().now());
+    request.zone = arguments.number("--zone").value_or(kDefaultZoneSec);
+    request.scale = arguments.number("--scale").value_or(1);
+    if (request.scale < 0.5 || request.scale > 8) {
+        arguments.reject("--scale", "the scale must lie between 0.5 and 8");
+    }
+    request.defaults = defaultsOf(arguments);
+    return request;
+}
+
+void setDefaults(VirtualUserDefaults& userDefaults, const QJsonObject& values)
+{
+    for (const QString& name : values.keys()) {
+        const QJsonValue value = values[name];
+        if (value.isBool()) {
+            userDefaults.set(name.toStdString(), value.toBool());
+        } else if (value.isDouble()) {
+            userDefaults.set(name.toStdString(), value.toDouble());
+        } else if (value.isString()) {
+            userDefaults.set(name.toStdString(), value.toString().toStdString());
+        }
+    }
+}
+
+/// Runs what is due now on both loops until the page is there and laid out.
+void settle(VirtualMachine& machine)
+{
+    for (int round = 0; round < 3; ++round) {
+        machine.runFor(0);
+        QApplication::processEvents();
+    }
+}
+
+/// By how much the window must grow for nothing to scroll.
+int hiddenHeight(const QWidget& window)
+{
+    int hidden = 0;
+    for (const QScrollArea* area : window.findChildren<QScrollArea*>()) {
+        if (area->isVisible()) {
+            hidden = std::max(hidden, area->verticalScrollBar()->maximum());
+        }
+    }
+    return hidden;
+}
+
+bool writeFile(const std::string& path, const QByteArray& content)
+{
+    QFile file(QString::fromStdString(path));
+    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+}
+
+/// Writes the files that were asked for. Ends the program when one can't be written.
+void writeResults(const Arguments& arguments, QWidget& window, const DataProvider& provider)
+{
+    if (const auto path = arguments.option("--png")) {
+        if (!window.grab().save(QString::fromStdString(*path), "PNG")) {
+            arguments.reject("--png", "'" + *path + "' can't be written");
+        }
+    }
+    if (const auto path = arguments.option("--text")) {
+        if (!writeFile(*path, accessibleText(window))) {
+            arguments.reject("--text", "'" + *path + "' can't be written");
+        }
+    }
+    if (const auto path = arguments.option("--csv")) {
+        const auto& data = provider.data.get();
+        const std::string csv = data ? generateCSV(data->hourlyTimeline) : generateCSV({});
+        if (!writeFile(*path, QByteArray::fromStdString(csv))) {
+            arguments.reject("--csv", "'" + *path + "' can't be written");
+        }
+    }
+}
+
+} // namespace
+
+int pageCommand(const std::vector<std::string>& texts)
+{
+    const Arguments arguments(kSyntax, texts);
+    const Request request = requestOf(arguments);
+
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_SCALE_FACTOR", QByteArray::number(request.scale));
+    QApplication::setHighDpiScaleFactorRoundingPolicy(
+        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    int count = 1;
+    char name[] = "quillbrook-lab";
+    char* values[] = {name, nullptr};
+    const QApplication application(count, values);
+    installAccessibleViews();
+    Look::apply(arguments.flag("--dark"), std::nullopt);
+
+    VirtualMachine machine(arguments.required("--data"), request.now);
+    machine.timeZone.setSecondsFromUtc(static_cast<int>(request.zone));
+    setDefaults(machine.userDefaults, request.defaults);
+    DashboardWindowController controller(machine.platform(),
+        {.updateHeartbeat = [](std::string_view) {}, .setActivationPolicy = [](bool) {}});
+    controller.show(request.tab);
+    DataProvider& provider = *controller.provider();
+    settle(machine);
+    if (request.period) {
+        choosePeriod(provider, request.tab, *request.period);
+    }
+    QWidget& window = *controller.shownWindow();
+    window.resize(request.size);
+    settle(machine);
+    for (int round = 0; arguments.flag("--full") && round < 4 && hiddenHeight(window) > 0;
+         ++round) {
+        window.resize(window.width(), window.height() + hiddenHeight(window));
+        settle(machine);
+    }
+    writeResults(arguments, window, provider);
+    return 0;
+}
+
+} // namespace quillbrook::lab

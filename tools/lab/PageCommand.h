@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace quillbrook::lab {
+
+/// Opens the dashboard off screen on a page and writes what is to be seen there. The exit status.
+int pageCommand(const std::vector<std::string>& arguments);
+
+} // namespace quillbrook::lab
