@@ -13,9 +13,9 @@
 namespace quillbrook {
 
 DashboardWindowController::DashboardWindowController(
-    const Platform& platform, DashboardSurroundings surroundings)
+    const Platform& platform, Heartbeat updateHeartbeat)
     : platform(platform)
-    , surroundings(std::move(surroundings))
+    , updateHeartbeat(std::move(updateHeartbeat))
 {
 }
 
@@ -28,7 +28,7 @@ QWidget* DashboardWindowController::shownWindow() const
 
 void DashboardWindowController::show(std::optional<NavTab> tab)
 {
-    postPolicy(true);
+    postPolicy(ActivationPolicy::regular);
     setIconOnce();
     if (!window) {
         makeWindow();
@@ -43,12 +43,13 @@ void DashboardWindowController::show(std::optional<NavTab> tab)
     window->show();
     window->raise();
     window->activateWindow();
+    platform.application.activate();
 }
 
-void DashboardWindowController::postPolicy(bool isRegular)
+void DashboardWindowController::postPolicy(ActivationPolicy policy)
 {
     platform.mainLoop.post(
-        [setPolicy = surroundings.setActivationPolicy, isRegular] { setPolicy(isRegular); });
+        [&application = platform.application, policy] { application.setActivationPolicy(policy); });
 }
 
 void DashboardWindowController::setIconOnce()
@@ -65,9 +66,9 @@ void DashboardWindowController::setIconOnce()
 void DashboardWindowController::makeWindow()
 {
     contentProvider = std::make_unique<DataProvider>(platform);
-    auto* content = new ContentView(*contentProvider, surroundings.updateHeartbeat);
+    auto* content = new ContentView(*contentProvider, updateHeartbeat);
     window = std::make_unique<DashboardWindow>(
-        content, platform.userDefaults, [this] { postPolicy(false); });
+        content, platform.userDefaults, [this] { postPolicy(ActivationPolicy::accessory); });
 }
 
 } // namespace quillbrook

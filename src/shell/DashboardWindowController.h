@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Application.h"
 #include "platform/Platform.h"
 #include "report/Periods.h"
 
@@ -15,20 +16,14 @@ namespace quillbrook {
 class DashboardWindow;
 class DataProvider;
 
-/// What the dashboard asks of the program around it.
-struct DashboardSurroundings {
-    /// Remembers the page that the user looks at, by its title, for the case of a crash.
-    std::function<void(std::string_view page)> updateHeartbeat{};
-
-    /// Shows the program among those that have windows, or takes it away from there.
-    std::function<void(bool isRegular)> setActivationPolicy{};
-};
-
 /// Owns the one dashboard window, which is made when it is first shown and outlives its closing
 /// with its data, page and periods. Main thread only; needs the application object.
 class DashboardWindowController {
 public:
-    DashboardWindowController(const Platform& platform, DashboardSurroundings surroundings);
+    /// Remembers the page that the user looks at, by its title, for the case of a crash.
+    using Heartbeat = std::function<void(std::string_view page)>;
+
+    DashboardWindowController(const Platform& platform, Heartbeat updateHeartbeat);
     ~DashboardWindowController();
 
     DashboardWindowController(const DashboardWindowController&) = delete;
@@ -44,12 +39,12 @@ public:
     DataProvider* provider() const { return contentProvider.get(); }
 
 private:
-    void postPolicy(bool isRegular);
+    void postPolicy(ActivationPolicy policy);
     void setIconOnce();
     void makeWindow();
 
     Platform platform;
-    DashboardSurroundings surroundings;
+    Heartbeat updateHeartbeat;
     bool isIconSet = false;
     std::unique_ptr<DataProvider> contentProvider; // outlives the window, which observes it
     std::unique_ptr<DashboardWindow> window;

@@ -263,8 +263,7 @@ int pageCommand(const std::vector<std::string>& texts)
     VirtualMachine machine(arguments.required("--data"), request.now);
     machine.timeZone.setSecondsFromUtc(static_cast<int>(request.zone));
     setDefaults(machine.userDefaults, request.defaults);
-    DashboardWindowController controller(machine.platform(),
-        {.updateHeartbeat = [](std::string_view) {}, .setActivationPolicy = [](bool) {}});
+    DashboardWindowController controller(machine.platform(), [](std::string_view) {});
     controller.show(request.tab);
     DataProvider& provider = *controller.provider();
     settle(machine);
