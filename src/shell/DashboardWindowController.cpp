@@ -13,8 +13,9 @@
 namespace quillbrook {
 
 DashboardWindowController::DashboardWindowController(
-    const Platform& platform, Heartbeat updateHeartbeat)
+    const Platform& platform, Application& application, Heartbeat updateHeartbeat)
     : platform(platform)
+    , application(application)
     , updateHeartbeat(std::move(updateHeartbeat))
 {
 }
@@ -43,13 +44,13 @@ void DashboardWindowController::show(std::optional<NavTab> tab)
     window->show();
     window->raise();
     window->activateWindow();
-    platform.application.activate();
+    application.activate();
 }
 
 void DashboardWindowController::postPolicy(ActivationPolicy policy)
 {
     platform.mainLoop.post(
-        [&application = platform.application, policy] { application.setActivationPolicy(policy); });
+        [&application = application, policy] { application.setActivationPolicy(policy); });
 }
 
 void DashboardWindowController::setIconOnce()

@@ -23,7 +23,8 @@ public:
     /// Remembers the page that the user looks at, by its title, for the case of a crash.
     using Heartbeat = std::function<void(std::string_view page)>;
 
-    DashboardWindowController(const Platform& platform, Heartbeat updateHeartbeat);
+    DashboardWindowController(
+        const Platform& platform, Application& application, Heartbeat updateHeartbeat);
     ~DashboardWindowController();
 
     DashboardWindowController(const DashboardWindowController&) = delete;
@@ -44,6 +45,7 @@ private:
     void makeWindow();
 
     Platform platform;
+    Application& application;
     Heartbeat updateHeartbeat;
     bool isIconSet = false;
     std::unique_ptr<DataProvider> contentProvider; // outlives the window, which observes it

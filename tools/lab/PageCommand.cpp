@@ -7,6 +7,7 @@
 #include "pages/kit/Look.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/SystemClock.h"
+#include "platform/virtual/VirtualApplication.h"
 #include "platform/virtual/VirtualMachine.h"
 #include "report/DataProvider.h"
 #include "shell/DashboardWindowController.h"
@@ -256,14 +257,15 @@ int pageCommand(const std::vector<std::string>& texts)
     int count = 1;
     char name[] = "quillbrook-lab";
     char* values[] = {name, nullptr};
-    const QApplication application(count, values);
+    const QApplication qtApplication(count, values);
     installAccessibleViews();
     Look::apply(arguments.flag("--dark"), std::nullopt);
 
     VirtualMachine machine(arguments.required("--data"), request.now);
     machine.timeZone.setSecondsFromUtc(static_cast<int>(request.zone));
     setDefaults(machine.userDefaults, request.defaults);
-    DashboardWindowController controller(machine.platform(), [](std::string_view) {});
+    VirtualApplication application;
+    DashboardWindowController controller(machine.platform(), application, [](std::string_view) {});
     controller.show(request.tab);
     DataProvider& provider = *controller.provider();
     settle(machine);
