@@ -1,5 +1,6 @@
 #include "shell/AppDelegate.h"
 
+#include "shell/DesktopLook.h"
 #include "shell/PermissionSetupWindow.h"
 
 #include <QCoreApplication>
@@ -8,11 +9,7 @@
 
 namespace quillbrook {
 
-AppDelegate::AppDelegate(const Platform& platform, ShowDashboard showPage)
-    : platform(platform)
-    , showPage(std::move(showPage))
-{
-}
+AppDelegate::AppDelegate(const Platform& platform) : platform(platform) {}
 
 AppDelegate::~AppDelegate() = default;
 
@@ -48,13 +45,23 @@ void AppDelegate::patchAboutMenuItem()
     // Only desktops with an application menu have the item.
 }
 
+void AppDelegate::showPage(std::optional<NavTab> tab)
+{
+    if (!look) {
+        look = std::make_unique<DesktopLook>();
+    }
+    dashboard.show(tab);
+}
+
 void AppDelegate::perform(MenuAction action)
 {
     switch (action) {
     case MenuAction::showAlerts:
+        return showPage(NavTab::alerts);
     case MenuAction::showToday:
+        return showPage(NavTab::today);
     case MenuAction::showKeylog:
-        return showPage(action);
+        return showPage(NavTab::keylog);
     case MenuAction::refresh:
         return menuVM->refreshStats();
     case MenuAction::toggleLoginItem:

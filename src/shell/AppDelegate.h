@@ -2,6 +2,8 @@
 
 #include "engine/MonitorEngine.h"
 #include "platform/Platform.h"
+#include "report/Periods.h"
+#include "shell/DashboardWindowController.h"
 #include "shell/MenuBar.h"
 #include "shell/QtApplication.h"
 #include "shell/model/CrashReporter.h"
@@ -12,20 +14,18 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string_view>
 
 namespace quillbrook {
 
+class DesktopLook;
 class PermissionSetupWindow;
 
 /// Ties the parts of the running program together: the recorder, the menu bar and the windows. Main
 /// thread only; needs the application object.
 class AppDelegate final : public LaunchSurfaces {
 public:
-    /// Opens the dashboard or brings it to the front, on the page that an entry of the menu stands
-    /// for or, without one, where it was.
-    using ShowDashboard = std::function<void(std::optional<MenuAction> entry)>;
-
-    AppDelegate(const Platform& platform, ShowDashboard showPage);
+    explicit AppDelegate(const Platform& platform);
     ~AppDelegate() override;
 
     AppDelegate(const AppDelegate&) = delete;
@@ -49,9 +49,9 @@ public:
 
 private:
     void perform(MenuAction action);
+    void showPage(std::optional<NavTab> tab);
 
     Platform platform;
-    ShowDashboard showPage;
     QtApplication application{};
     CrashReporter crashReporter{platform};
     MonitorEngine engine{platform};
@@ -60,6 +60,9 @@ private:
             .surfaces = *this,
             .engine = engine,
             .crashReporter = crashReporter}};
+    std::unique_ptr<DesktopLook> look{}; // made with the first window, as it costs memory
+    DashboardWindowController dashboard{platform, application,
+        [this](std::string_view page) { crashReporter.updateHeartbeat(page); }};
     std::unique_ptr<PermissionSetupWindow> permissionWindow{};
     std::unique_ptr<MenuBarVM> menuVM{};
     std::unique_ptr<MenuBar> menuBar{};

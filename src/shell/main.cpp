@@ -41,8 +41,7 @@ int main(int argc, char** argv)
         terminate();
         QApplication::quit();
     });
-    // The dashboard is not part of this build: what would open it does nothing.
-    quillbrook::AppDelegate delegate(platform.platform(), [](auto) {});
+    quillbrook::AppDelegate delegate(platform.platform());
     runningDelegate = &delegate;
     QObject::connect(&application, &QApplication::aboutToQuit, &application, terminate);
     // When the display goes away under the program, it leaves through `exit`: open rows are

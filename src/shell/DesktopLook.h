@@ -1,0 +1,18 @@
+#pragma once
+
+#include "platform/linux/PortalAppearance.h"
+
+namespace quillbrook {
+
+/// Makes the windows look as the desktop wants, light or dark, from now on and through its changes,
+/// and lets screen readers find what is drawn. One for the process; needs the application object.
+class DesktopLook {
+public:
+    DesktopLook();
+
+private:
+    bool isDarkByDefault; // what the desktop's own palette says, for want of a portal
+    PortalAppearance portal;
+};
+
+} // namespace quillbrook
