@@ -164,9 +164,10 @@ std::vector<DailyAvgSession> queryDailyAvgSessions(sqlite3* db)
 {
     // The statement's own condition can use no index. The view holds at least the rows that it
     // lets pass, in the order of the table, so that means come out the same to the last bit. Where
-    // the view can't be made, the statement reads the whole table.
+    // the view can't be made, the statement reads the whole table. The plus keeps SQLite from
+    // looking for the least rowid along the table, past all of history, and not along the index.
     sqlite3_exec(db, R"(CREATE TEMP VIEW app_sessions AS SELECT * FROM main.app_sessions
-    WHERE rowid >= (SELECT MIN(rowid) FROM main.app_sessions
+    WHERE rowid >= (SELECT MIN(+rowid) FROM main.app_sessions
         WHERE started_at >= strftime('%s', 'now') - 7*86400 - 1))",
         nullptr, nullptr, nullptr);
     std::vector<DailyAvgSession> days;

@@ -198,5 +198,24 @@ TEST_F(SessionReportsTest, TheNarrowedHistoryHasTheSameMeans)
     }
 }
 
+TEST_F(SessionReportsTest, TheMeansOfDaysDontWalkThroughHistory)
+{
+    const StoreReader store(path());
+    store.exec("WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 50000) "
+               "INSERT INTO app_sessions (app_name, started_at, duration_sec) "
+               "SELECT 'Editor', 1700000000.5 + i * 60, 50 FROM n");
+    session("Editor", 0, 60);
+    int thousandSteps = 0;
+    sqlite3_progress_handler(
+        store.handle(), 1000,
+        [](void* count) {
+            ++*static_cast<int*>(count);
+            return 0;
+        },
+        &thousandSteps);
+    EXPECT_THAT(queryDailyAvgSessions(store.handle()), SizeIs(1));
+    EXPECT_LT(thousandSteps, 10); // a walk through all rows takes at least 50
+}
+
 } // namespace
 } // namespace quillbrook
