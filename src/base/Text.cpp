@@ -56,8 +56,14 @@ std::string shortestText(double value)
     if (!std::isfinite(value)) {
         fatal("shortestText: not a finite number");
     }
+    // In the range of usual numbers without an exponent, also where one would be shorter.
+    constexpr double kSmallest = 1e-4;
+    constexpr double kLargest = 1e16;
+    const double size = std::abs(value);
+    const bool isUsual = value == 0 || (size >= kSmallest && size < kLargest);
     std::array<char, 32> text{}; // the longest double takes 24
-    const auto result = std::to_chars(text.data(), text.data() + text.size(), value);
+    const auto result = std::to_chars(text.data(), text.data() + text.size(), value,
+        isUsual ? std::chars_format::fixed : std::chars_format::scientific);
     return {text.data(), result.ptr};
 }
 

@@ -175,15 +175,16 @@ void KeystrokeCapture::flushKeystrokesToDB()
     if (gKeystrokeCount < 1) {
         return;
     }
-    if (gKeystrokeCount > std::numeric_limits<std::int32_t>::max()) {
-        fatal("more keys in a minute than a row can hold");
-    }
     // All keys of the minute go to the application that is in front now, a system one too.
     const double now = platform.clock.now();
     const auto front = platform.workspace.frontmostApplication();
     const std::string appName = front ? front->localizedName.value_or("Unknown") : "Unknown";
-    store.addKeystrokes(
-        now, appName, classifyInputMethod(), static_cast<std::int32_t>(gKeystrokeCount));
+    // Asking for the class may let keys in that waited: it comes before the count is taken.
+    const std::string_view inputMethod = classifyInputMethod();
+    if (gKeystrokeCount > std::numeric_limits<std::int32_t>::max()) {
+        fatal("more keys in a minute than a row can hold");
+    }
+    store.addKeystrokes(now, appName, inputMethod, static_cast<std::int32_t>(gKeystrokeCount));
     gKeystrokeCount = 0;
 }
 

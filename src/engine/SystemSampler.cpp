@@ -36,6 +36,9 @@ std::vector<std::string_view> pieces(std::string_view text)
 /// The number that the whole of `piece` is.
 std::optional<double> number(std::string_view piece)
 {
+    if (piece.size() > 1 && piece[0] == '+' && piece[1] != '-') {
+        piece.remove_prefix(1);
+    }
     double value = 0;
     const auto* end = piece.data() + piece.size();
     const auto result = std::from_chars(piece.data(), end, value);

@@ -260,6 +260,15 @@ TEST_F(KeystrokeCaptureTest, TheInputMethodIsThatOfTheFlush)
     EXPECT_THAT(keystrokes(), ElementsAre("60|Unknown|english|40"));
 }
 
+TEST_F(KeystrokeCaptureTest, KeysThatComeWhileTheClassIsAskedForAreCounted)
+{
+    startCounting();
+    machine.keyCounting.press(5);
+    machine.inputSource.onAsked([this] { machine.keyCounting.press(3); });
+    machine.runFor(59);
+    EXPECT_THAT(keystrokes(), ElementsAre("60|Unknown|english|8"));
+}
+
 TEST_F(KeystrokeCaptureTest, WithoutThePermissionNothingIsCountedUntilTheNextStart)
 {
     machine.accessibility.setTrusted(false);

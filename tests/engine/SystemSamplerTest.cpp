@@ -117,6 +117,8 @@ TEST_F(SystemSamplerTest, TwoNumbersWithoutALineBreakAreRead)
     EXPECT_EQ(info.cpu, 12.5);
     EXPECT_EQ(info.memoryMB, 345678 * 0.0009765625);
     EXPECT_EQ(afterPrinting(" \t 312.0\t 1024 \t"), (WindowServerInfo{312.0, 1.0}));
+    EXPECT_EQ(afterPrinting("+12.5 +1024"), (WindowServerInfo{12.5, 1.0}));
+    EXPECT_EQ(afterPrinting("+-12.5 1024"), kFailed);
     EXPECT_EQ(afterPrinting("12.5 1024 words"), (WindowServerInfo{12.5, 1.0}));
 }
 

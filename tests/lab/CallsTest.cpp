@@ -82,6 +82,26 @@ TEST_F(CallsTest, TheTapIsSwitchedOnAndOff)
     EXPECT_THAT(keystrokes(), ElementsAre("1767225620.25|Unknown|english|2"));
 }
 
+TEST_F(CallsTest, RoundNumbersHaveNoExponent)
+{
+    replay(R"({"clock":1800000000,"trusted":false,"load":[0,100000,0]}
+{"at":0,"engine":"start"}
+{"at":600,"end":true}
+)");
+    EXPECT_THAT(calls, testing::StartsWith("{\"at\":1800000000,\"prompt\":\"accessibility\"}"));
+    EXPECT_THAT(rows("SELECT metrics_json FROM alerts"), testing::Each("{\"load_5m\":100000}"));
+}
+
+TEST_F(CallsTest, AResultThatCannotBeWrittenLeavesTheOtherAlone)
+{
+    lab.write("s.jsonl", "{}\n");
+    lab.write("calls", "kept");
+    const LabResult result = lab.run("replay " + lab.path("s.jsonl") + " --data " + lab.path("data")
+        + " --calls " + lab.path("calls") + " --defaults /nonexistent/x");
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(lab.read("calls"), "kept");
+}
+
 TEST_F(CallsTest, ACrashWritesNoCall)
 {
     replay(R"({"monitor":"fail"}

@@ -276,7 +276,7 @@ private:
     std::unique_ptr<MonitorEngine> engine{};
 };
 
-/// A file for results, opened before anything runs.
+/// A file for results, opened before anything runs. What it held stays until it is written.
 class ResultFile {
 public:
     ResultFile(const Arguments& arguments, std::string_view option)
@@ -286,7 +286,7 @@ public:
             return;
         }
         file.setFileName(QString::fromStdString(*path));
-        if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+        if (!file.open(QIODevice::WriteOnly | QIODevice::Append)) {
             arguments.reject(option, file.errorString().toStdString());
         }
     }
@@ -294,6 +294,7 @@ public:
     void write(const QByteArray& text)
     {
         if (file.isOpen()) {
+            file.resize(0);
             file.write(text);
         }
     }

@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <fstream>
 #include <string_view>
@@ -20,11 +21,20 @@ namespace {
 constexpr std::size_t kMaxFileBytes = 1 << 20; // of a file only the beginning is read
 constexpr std::size_t kMaxEntries = 20'000;
 constexpr int kMaxDepth = 4;
+constexpr std::array<std::string_view, 10> kInterpreters
+    = {"python", "java", "perl", "ruby", "node", "bash", "sh", "flatpak", "snap", "wine"};
 
 std::string environment(const char* name)
 {
     const char* value = std::getenv(name);
     return value != nullptr ? value : "";
+}
+
+/// Whether a program runs others, so that its name tells nothing of what it runs.
+bool isInterpreter(const std::string& executable)
+{
+    return std::ranges::any_of(kInterpreters,
+        [&](std::string_view interpreter) { return executable.starts_with(interpreter); });
 }
 
 std::string beginningOf(const fs::path& path)
@@ -93,7 +103,7 @@ const DesktopEntry* DesktopEntries::find(const WindowTraits& traits)
     if (const auto* entry = only(byLastPart, traits.className, false)) {
         return entry;
     }
-    return only(byExecutable, traits.executable, true);
+    return isInterpreter(traits.executable) ? nullptr : only(byExecutable, traits.executable, true);
 }
 
 const DesktopEntry* DesktopEntries::first(const Index& index, const std::string& text) const

@@ -76,7 +76,7 @@ FrontApplication::FrontApplication(X11Connection& x11, DesktopEntries& entries, 
     xcb_change_window_attributes(x11.get(), x11.root(), XCB_CW_EVENT_MASK, &mask);
 
     if (!hasWindowManager()) {
-        notice("没有窗口管理器，暂时无法得知前台应用");
+        notice("没有窗口管理器，前台应用暂记为桌面");
     }
     update();
     x11.drain();
@@ -159,13 +159,12 @@ std::optional<WindowTraits> FrontApplication::traitsOf(xcb_window_t window)
     }
     const XcbReply<xcb_generic_error_t> failure(xcb_request_check(connection, watchCookie));
     std::array<XcbReply<xcb_get_property_reply_t>, atoms.size()> replies;
+    bool isAlive = !failure;
     for (std::size_t i = 0; i < atoms.size(); ++i) {
         replies[i].reset(xcb_get_property_reply(connection, cookies[i], nullptr));
-        if (!replies[i]) {
-            return std::nullopt;
-        }
+        isAlive = isAlive && replies[i];
     }
-    if (failure) {
+    if (!isAlive) {
         return std::nullopt;
     }
     watch(window);

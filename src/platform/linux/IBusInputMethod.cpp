@@ -21,6 +21,7 @@ const QString kService = QStringLiteral("org.freedesktop.IBus");
 const QString kPath = QStringLiteral("/org/freedesktop/IBus");
 const QString kLibpinyin = QStringLiteral("libpinyin");
 
+constexpr qint64 kRetryMs = 60'000;
 constexpr qint64 kMaxAddressFileBytes = 64 * 1024;
 
 QString machineId()
@@ -87,12 +88,14 @@ IBusInputMethod::~IBusInputMethod()
 
 void IBusInputMethod::refresh()
 {
-    // A daemon that starts anew has a new address. One that didn't answer is left alone, as the
-    // connection waits for its greeting.
     if (watcher.directories().isEmpty() && QFileInfo::exists(addressDirectory())) {
         watcher.addPath(addressDirectory());
     }
-    if (address() != connectedAddress) {
+    // A daemon that starts anew has a new address. One that didn't answer is asked again at most
+    // once a minute, as the connection waits for its greeting.
+    const bool isDueAgain
+        = !QDBusConnection(connectionName).isConnected() && lastAttempt.hasExpired(kRetryMs);
+    if (address() != connectedAddress || isDueAgain) {
         connectToDaemon();
     }
 }
@@ -103,6 +106,7 @@ void IBusInputMethod::connectToDaemon()
         QDBusConnection::disconnectFromBus(connectionName);
     }
     current.clear();
+    lastAttempt.start();
     connectedAddress = address();
     if (connectedAddress.isEmpty()) {
         return;
@@ -148,7 +152,8 @@ void IBusInputMethod::askForDoublePinyin()
     // The engine's name stays the same; only its settings know.
     auto* settings = new QProcess(this);
     connect(settings, &QProcess::finished, this, [this, settings] {
-        isDoublePinyin = settings->readAllStandardOutput().trimmed() == "true";
+        isDoublePinyin
+            = current == kLibpinyin && settings->readAllStandardOutput().trimmed() == "true";
         settings->deleteLater();
     });
     connect(settings, &QProcess::errorOccurred, settings, &QObject::deleteLater);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDBusVariant>
+#include <QElapsedTimer>
 #include <QFileSystemWatcher>
 #include <QObject>
 #include <QString>
@@ -40,6 +41,7 @@ private:
     QString connectionName{};
     QString connectedAddress{};
     int attempts = 0;
+    QElapsedTimer lastAttempt{};
     QString current{}; // the engine's name
     bool isDoublePinyin = false;
 };

@@ -3,6 +3,7 @@
 #include <xcb/xcb.h>
 
 #include <bitset>
+#include <cstdint>
 
 namespace quillbrook {
 
@@ -24,9 +25,11 @@ public:
     }
 
 private:
+    void followKeyboardExtension();
     void read();
 
     X11Connection& x11;
+    std::uint8_t xkbEvent = 0; // of the keyboard extension, 0 where there is none
     std::bitset<256> keys{};
 };
 

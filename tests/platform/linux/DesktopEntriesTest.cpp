@@ -86,6 +86,8 @@ TEST_F(DesktopEntriesTest, TheLastPartAndTheProgramCountWhenThereIsButOne)
     EXPECT_EQ(idOf({.className = "tool"}), "");
     EXPECT_EQ(idOf({.executable = "run"}), "");
     EXPECT_EQ(idOf({.executable = "prog"}), "org.c.single");
+    write(system / "script.desktop", "Name=Script\nExec=python3.11 /opt/script.py\n");
+    EXPECT_EQ(idOf({.executable = "python3.11"}), "");
 }
 
 TEST_F(DesktopEntriesTest, TheUsersEntryWinsAndMayHide)

@@ -397,7 +397,9 @@ TEST_F(KeyCountingTest, EventsThatAProgramMadeUpAreNoKeys)
 
 TEST_F(KeyCountingTest, ANewKeyboardMappingIsFollowed)
 {
-    // The mapping makes the key "a" a modifier, of which none is counted.
+    // The mapping makes the key "a" a modifier, of which none is counted. The layout uses the
+    // keyboard extension on the same connection, as in the program.
+    const XkbLayout layout(x11);
     ASSERT_TRUE(keys.addGlobalMonitor([this] { ++monitored; }));
     ASSERT_EQ(std::system("xmodmap -e 'add mod3 = a'"), 0);
     runFor(200);
