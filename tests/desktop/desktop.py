@@ -36,7 +36,7 @@ BUS_CONFIG = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Config
 """
 
 
-def wait_for(condition, what, timeout=20.0):
+def wait_for(condition, what, timeout=60.0):
     """Waits until `condition` gives something true, and returns it."""
     end = time.monotonic() + timeout
     while True:
@@ -103,10 +103,10 @@ class Desktop:
                 os.killpg(process.pid, number)
             except ProcessLookupError:
                 pass
-        return process.wait(timeout=20)
+        return process.wait(timeout=60)
 
     def tool(self, *arguments):
-        return subprocess.check_output(arguments, env=self.env, text=True, timeout=20,
+        return subprocess.check_output(arguments, env=self.env, text=True, timeout=60,
                                        stderr=subprocess.STDOUT)
 
     def output(self):

@@ -86,7 +86,7 @@ class RecordingTest(unittest.TestCase):
         desktop = self.desktop
         self.start_working()
         # Input was seen within the hour, so that the silence is a row without length at first.
-        wait_for(desktop.idles, "an idle period", timeout=20)
+        wait_for(desktop.idles, "an idle period", timeout=60)
         self.assertEqual(desktop.idles()[0], (1, 0.0, 0))
         desktop.wait_for_session("XTerm", 2)
         self.assertEqual(desktop.sessions()[1][2], 1)
@@ -153,7 +153,7 @@ class RecordingTest(unittest.TestCase):
         desktop = self.desktop
         recorder = self.start_working()
         desktop.kill(desktop.x_server)
-        self.assertEqual(recorder.wait(timeout=20), 1)
+        self.assertEqual(recorder.wait(timeout=60), 1)
         self.assertEqual(desktop.sessions()[-1][4], 0, "the open session is finished")
         self.assertTrue(desktop.log().endswith("🛑 监控引擎停止中...\n"))
         self.assertFalse(os.path.exists(desktop.data + "/monitor.pid"))
@@ -163,7 +163,7 @@ class RecordingTest(unittest.TestCase):
         recorder = self.start_working()
         wait_for(desktop.inhibitors, "the inhibitor")
         desktop.prepare_for_shutdown()
-        self.assertEqual(recorder.wait(timeout=20), 0)
+        self.assertEqual(recorder.wait(timeout=60), 0)
         self.assertEqual(desktop.sessions()[-1][4], 0)
         self.assertTrue(desktop.log().endswith("🛑 监控引擎停止中...\n"))
 
@@ -231,7 +231,7 @@ class RecordingTest(unittest.TestCase):
         recorder = self.start_working()
         log = desktop.log()
         second = desktop.start_recorder()
-        self.assertEqual(second.wait(timeout=20), 0)
+        self.assertEqual(second.wait(timeout=60), 0)
         self.assertEqual(self.recorded_pid(), recorder.pid)
         self.assertTrue(desktop.log().startswith(log))
         self.assertNotIn("⚠️", desktop.log())

@@ -103,7 +103,7 @@ class ShellTest(unittest.TestCase):
         self.start_with_tray()
         self.desktop.write("INSERT INTO idle_periods (started_at) VALUES (1767225600)")
         self.click("退出")
-        self.assertEqual(self.recorder.wait(timeout=20), 0)
+        self.assertEqual(self.recorder.wait(timeout=60), 0)
         self.assertEqual(self.desktop.rows(
             "SELECT (SELECT COUNT(*) FROM app_sessions WHERE ended_at IS NULL) + "
             "(SELECT COUNT(*) FROM idle_periods WHERE ended_at IS NULL)"), [(0,)])
@@ -146,14 +146,14 @@ class ShellTest(unittest.TestCase):
         wait_for(lambda: self.desktop.active_window() == window, "the focus")
         self.desktop.open_window("xterm")
         second = self.desktop.start_recorder()
-        self.assertEqual(second.wait(timeout=20), 0)
+        self.assertEqual(second.wait(timeout=60), 0)
         wait_for(lambda: self.desktop.active_window() == window, "the window in front again")
         self.assertIsNone(recorder.poll())
 
     def test_a_fault_leaves_a_block_in_the_crash_log(self):
         recorder = self.desktop.start_recorder_and_wait()
         os.kill(recorder.pid, 11)
-        self.assertEqual(recorder.wait(timeout=20), -11)
+        self.assertEqual(recorder.wait(timeout=60), -11)
         self.assertIn("💥 崩溃信号: SIGSEGV (段错误)", self.crash_log())
         self.assertIn("=== 崩溃日志结束 ===", self.crash_log())
 

@@ -32,7 +32,7 @@ namespace {
 void narrow(sqlite3* connection, std::string_view table, std::string_view timeColumn)
 {
     const std::string sql = filled(R"(CREATE TEMP VIEW {} AS SELECT * FROM main.{}
-    WHERE id >= (SELECT MIN(id) FROM main.{}
+    WHERE id >= (SELECT MIN(+id) FROM main.{}
         WHERE {} >= strftime('%s', date('now', '+8 hours')) - 28801))",
         {table, table, table, timeColumn});
     sqlite3_exec(connection, sql.c_str(), nullptr, nullptr, nullptr);
