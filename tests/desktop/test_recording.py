@@ -114,6 +114,8 @@ class RecordingTest(unittest.TestCase):
         desktop.set_saver_active(True)
         desktop.wait_for_idle(3)
         desktop.tool("xset", "s", "activate")
+        # The two are heard of on different ways: the second must not overtake the first.
+        desktop.let_minutes_pass(0.5)
         desktop.set_saver_active(False)
         desktop.let_minutes_pass(1)
         self.assertEqual(len(desktop.sessions()), 1, "the server's saver is still on")

@@ -137,20 +137,29 @@ TEST_F(RepairTest, RemovesExactlyTheRowsOfThePairwiseStatement)
         = {"0", "1000.1", "1767225600.3", "-40", "1e15", "9e15", "3.6e16", "9e18"};
     const std::vector<std::string> oddities
         = {"'abc'", "'12'", "'3x'", "x'31'", "''", "9e999", "-9e999", "4"};
-    for (int round = 0; round < 3000; ++round) {
-        const StoreReader quoted(":memory:");
-        const StoreReader ours = store();
-        ours.exec("DELETE FROM app_sessions");
+    int id = 0;
+    // Some rows in a row with names of their own, so that groups don't see each other.
+    const auto group = [&](int number) {
         std::string values;
         const std::size_t count = 2 + pick(12);
         std::string at = bases[pick(bases.size())];
         for (std::size_t i = 0; i < count; ++i) {
             at = pick(40) == 0 ? bases[pick(bases.size())] : at + "+" + steps[pick(steps.size())];
             const std::string startedAt
-                = round % 5 == 0 && pick(4) == 0 ? oddities[pick(oddities.size())] : at;
-            const std::string name(1, static_cast<char>('A' + pick(3)));
-            values += std::string(i == 0 ? "" : ", ") + "(" + std::to_string(1 + i) + ", '" + name
-                + "', " + startedAt + ", 1)";
+                = number % 5 == 0 && pick(4) == 0 ? oddities[pick(oddities.size())] : at;
+            const std::string name = static_cast<char>('A' + pick(3)) + std::to_string(number);
+            values += std::string(values.empty() ? "" : ", ") + "(" + std::to_string(++id) + ", '"
+                + name + "', " + startedAt + ", 1)";
+        }
+        return values;
+    };
+    for (int round = 0; round < 100; ++round) {
+        const StoreReader quoted(":memory:");
+        const StoreReader ours = store();
+        ours.exec("DELETE FROM app_sessions");
+        std::string values = group(30 * round);
+        for (int i = 1; i < 30; ++i) {
+            values += ", " + group(30 * round + i);
         }
         const std::string insert
             = "INSERT INTO app_sessions (id, app_name, started_at, ended_at) VALUES " + values;
