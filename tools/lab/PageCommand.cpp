@@ -251,6 +251,7 @@ int pageCommand(const std::vector<std::string>& texts)
     const Request request = requestOf(arguments);
 
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_LOGGING_RULES", "*.warning=false"); // it warns of all that it can't do
     qputenv("QT_SCALE_FACTOR", QByteArray::number(request.scale));
     QApplication::setHighDpiScaleFactorRoundingPolicy(
         Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);

@@ -32,6 +32,19 @@ constexpr int kDurationPixels = 8;
 constexpr int kMinimumWidth = 320;
 constexpr int kFadeMs = 200;
 
+/// Draws a block's label; where it is too long, the name gives way and the minutes stay.
+void drawLabel(QPainter& painter, const QRectF& inside, const HourBlock& block)
+{
+    painter.setFont(Look::systemFont(kBlockPixels, QFont::Medium));
+    painter.setPen(Qt::white);
+    const QFontMetricsF metrics(painter.font());
+    const QString minutes = toQString(block.label).mid(toQString(block.appName).size());
+    const double room = inside.width() - metrics.horizontalAdvance(minutes);
+    const QString name = metrics.elidedText(toQString(block.appName), Qt::ElideMiddle, room);
+    const QString text = name.size() > 1 ? name + minutes : minutes.trimmed();
+    painter.drawText(inside, Qt::AlignLeft | Qt::AlignVCenter, text);
+}
+
 } // namespace
 
 TimelineChart::TimelineChart(QWidget* parent) : DrawnView(parent)
@@ -149,12 +162,7 @@ void TimelineChart::drawBlock(QPainter& painter, const QRectF& rect, const HourB
     painter.fillPath(shape, Look::faded(color, 0.7 * strength));
     painter.fillPath(shape, Look::faded(color, 0.15 * strength));
     if (!block.label.empty()) {
-        painter.setFont(Look::systemFont(kBlockPixels, QFont::Medium));
-        painter.setPen(Qt::white);
-        const QRectF inside = rect.adjusted(kBlockPadding, 0, -kBlockPadding, 0);
-        painter.drawText(inside, Qt::AlignLeft | Qt::AlignVCenter,
-            QFontMetricsF(painter.font())
-                .elidedText(toQString(block.label), Qt::ElideMiddle, inside.width()));
+        drawLabel(painter, rect.adjusted(kBlockPadding, 0, -kBlockPadding, 0), block);
     }
 }
 
