@@ -2,6 +2,7 @@
 #include "base/Sqlite.h"
 #include "base/Text.h"
 #include "engine/MonitorEngine.h"
+#include "engine/SystemSampler.h"
 #include "platform/virtual/VirtualMachine.h"
 
 #include <benchmark/benchmark.h>
@@ -156,6 +157,49 @@ void applicationSwitchBare(benchmark::State& state)
     }
 }
 BENCHMARK(applicationSwitchBare);
+
+/// One key, from the platform's handler to the count. The virtual keyboard is in the figure.
+void countedKey(benchmark::State& state)
+{
+    Workplace workplace;
+    workplace.startWorking();
+    for (auto _ : state) {
+        workplace.machine->keyCounting.press(1);
+    }
+}
+BENCHMARK(countedKey);
+
+/// A minute at work with so many keys: beside the one without any, the flush's row is in the
+/// figure.
+void minute(benchmark::State& state)
+{
+    Workplace workplace;
+    workplace.startWorking();
+    for (auto _ : state) {
+        workplace.machine->humanInput.happenNow();
+        workplace.machine->keyCounting.press(state.range(0));
+        workplace.machine->runFor(60);
+    }
+    // Proves that each round flushed, or none.
+    const Connection store = workplace.openStore();
+    const Statement count = prepare(store.get(), "SELECT COUNT(*) FROM keystrokes");
+    sqlite3_step(count.get());
+    state.counters["flushes"]
+        = benchmark::Counter(static_cast<double>(sqlite3_column_int64(count.get(), 0)),
+            benchmark::Counter::kAvgIterations);
+}
+BENCHMARK(minute)->Arg(0)->Arg(1)->Arg(1200);
+
+/// A sample of the machine's load, without what a real machine takes to tell it.
+void sample(benchmark::State& state)
+{
+    const Workplace workplace;
+    SystemSampler sampler(workplace.machine->platform());
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(sampler.sample());
+    }
+}
+BENCHMARK(sample);
 
 /// The engine's start on a store of so many days.
 void start(benchmark::State& state)
