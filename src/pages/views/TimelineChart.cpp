@@ -32,7 +32,8 @@ constexpr int kDurationPixels = 8;
 constexpr int kMinimumWidth = 320;
 constexpr int kFadeMs = 200;
 
-/// Draws a block's label; where it is too long, the name gives way and the minutes stay.
+/// Draws a block's label; where it is too long, the name gives way, and where nothing of it would
+/// be left, the minutes do.
 void drawLabel(QPainter& painter, const QRectF& inside, const HourBlock& block)
 {
     painter.setFont(Look::systemFont(kBlockPixels, QFont::Medium));
@@ -40,8 +41,11 @@ void drawLabel(QPainter& painter, const QRectF& inside, const HourBlock& block)
     const QFontMetricsF metrics(painter.font());
     const QString minutes = toQString(block.label).mid(toQString(block.appName).size());
     const double room = inside.width() - metrics.horizontalAdvance(minutes);
-    const QString name = metrics.elidedText(toQString(block.appName), Qt::ElideMiddle, room);
-    const QString text = name.size() > 1 ? name + minutes : minutes.trimmed();
+    const QString whole = toQString(block.appName);
+    const QString name = metrics.elidedText(whole, Qt::ElideMiddle, room);
+    const bool isNameLeft = name == whole || name.size() > 1;
+    const QString text
+        = isNameLeft ? name + minutes : metrics.elidedText(whole, Qt::ElideMiddle, inside.width());
     painter.drawText(inside, Qt::AlignLeft | Qt::AlignVCenter, text);
 }
 
