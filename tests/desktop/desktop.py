@@ -208,6 +208,19 @@ class Desktop:
                           self.tool("xprop", "-root", "_NET_ACTIVE_WINDOW"))
         return int(found.group(1), 16) if found else 0
 
+    def windows(self, title):
+        """The numbers of the windows of that title that the window manager shows."""
+        # An empty list of windows is a failure for this tool.
+        listing = subprocess.run(["wmctrl", "-l"], env=self.env, capture_output=True, text=True,
+                                 check=False, timeout=60).stdout
+        return [int(line.split()[0], 16) for line in listing.splitlines()
+                if line.split(None, 3)[3:] == [title]]
+
+    def close_window(self, title):
+        for window in self.windows(title):
+            self.tool("wmctrl", "-i", "-c", hex(window))
+        wait_for(lambda: not self.windows(title), "the end of " + title)
+
     def type(self, text):
         self.tool("xdotool", "type", "--delay", "5", text)
 
@@ -227,11 +240,18 @@ class Desktop:
         recorder = self.spawn([self.program], fast=True, **options)
         return recorder
 
-    def start_recorder_and_wait(self):
+    def start_recorder_and_wait(self, **options):
+        """Starts it and closes its dashboard: what is in front then is what was before."""
         lines = self.log().count("✅ 就绪")
-        recorder = self.start_recorder()
+        recorder = self.start_recorder(**options)
         wait_for(lambda: self.log().count("✅ 就绪") > lines, "the recorder")
+        self.close_dashboard()
         return recorder
+
+    def close_dashboard(self):
+        """Closes the window that a launch opens by itself."""
+        wait_for(lambda: self.windows("Quillbrook"), "the dashboard")
+        self.close_window("Quillbrook")
 
     def log(self):
         try:

@@ -73,8 +73,7 @@ class SurroundingsTest(unittest.TestCase):
         desktop = self.desktop
         options = self.fill_disk_of(1024 * 1024)
         desktop.open_window("xterm")
-        recorder = desktop.start_recorder(**options)
-        wait_for(lambda: "✅ 就绪" in desktop.log(), "the recorder")
+        recorder = desktop.start_recorder_and_wait(**options)
         desktop.type("a")
         desktop.wait_for_session("XTerm", 1)
         message = desktop.open_window("xmessage", "hello")
@@ -145,6 +144,7 @@ class SurroundingsTest(unittest.TestCase):
         desktop.open_window("xterm")
         desktop.start_recorder()
         wait_for(lambda: "✅ 就绪" in desktop.output(), "the recorder")
+        desktop.close_dashboard()
         desktop.type("a")
         desktop.wait_for_session("XTerm")
 
