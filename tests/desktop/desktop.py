@@ -13,6 +13,7 @@ import sqlite3
 import subprocess
 import tempfile
 import time
+import unittest
 
 import dbus
 import dbusmock
@@ -125,9 +126,13 @@ class Desktop:
             self.env["DISPLAY"] = ":" + file.readline().strip()
 
     def start_window_manager(self):
-        self.window_manager = self.spawn(["openbox", "--sm-disable"])
-        wait_for(lambda: "window id" in self.tool(
-            "xprop", "-root", "_NET_SUPPORTING_WM_CHECK"), "the window manager")
+        # Windows that open before it has looked at those that are there get no focus.
+        started = os.path.join(self.home, "window-manager-started")
+        if os.path.exists(started):
+            os.unlink(started)
+        self.window_manager = self.spawn(["openbox", "--sm-disable", "--startup",
+                                          "touch " + started])
+        wait_for(lambda: os.path.exists(started), "the window manager")
 
     @staticmethod
     def _listens(path):
@@ -305,3 +310,16 @@ class Desktop:
     def let_minutes_pass(self, minutes):
         """Lets so many minutes of the fast clocks pass."""
         time.sleep(60.0 * minutes / self.speed)
+
+
+class DesktopTest(unittest.TestCase):
+    """A test on a desktop of its own, whose log and output stand beside a failure."""
+
+    def open_desktop(self, speed=60):
+        self.desktop = Desktop(speed)
+        self.addCleanup(self.desktop.close)
+
+    def tearDown(self):
+        failed = self._outcome.result.failures + self._outcome.result.errors
+        if any(test is self for test, _ in failed):
+            print(self.desktop.log(), self.desktop.output()[-4000:])

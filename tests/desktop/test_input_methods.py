@@ -4,7 +4,7 @@ import os
 import subprocess
 import unittest
 
-from desktop import Desktop, wait_for
+from desktop import DesktopTest, wait_for
 
 FCITX_PROFILE = """[Groups/0]
 Name=Default
@@ -30,15 +30,9 @@ Exec=/usr/bin/touch {}
 """
 
 
-class InputMethodsTest(unittest.TestCase):
+class InputMethodsTest(DesktopTest):
     def setUp(self):
-        self.desktop = Desktop()
-        self.addCleanup(self.desktop.close)
-
-    def tearDown(self):
-        failed = self._outcome.result.failures + self._outcome.result.errors
-        if any(test is self for test, _ in failed):
-            print(self.desktop.log(), self.desktop.output()[-4000:])
+        self.open_desktop()
 
     def start_recorder(self):
         recorder = self.desktop.start_recorder_and_wait()

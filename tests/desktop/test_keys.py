@@ -6,7 +6,7 @@ import signal
 import sys
 import unittest
 
-from desktop import Desktop, wait_for
+from desktop import DesktopTest, wait_for
 
 HOLD_THE_KEYBOARD = """
 import ctypes, time
@@ -80,16 +80,16 @@ def is_writable(line):
     return line.split()[1].startswith("rw")
 
 
-class KeysTest(unittest.TestCase):
-    def tearDown(self):
-        failed = self._outcome.result.failures + self._outcome.result.errors
-        if any(test is self for test, _ in failed):
-            print(self.desktop.log(), self.desktop.output()[-4000:])
+def is_asleep(pid):
+    with open("/proc/%d/stat" % pid, encoding="utf-8") as file:
+        return file.read().rpartition(")")[2].split()[0] == "S"
 
+
+class KeysTest(DesktopTest):
     def start(self, speed=60):
         """Starts the recorder over a terminal, and waits until keys count."""
-        self.desktop = desktop = Desktop(speed)
-        self.addCleanup(desktop.close)
+        self.open_desktop(speed)
+        desktop = self.desktop
         desktop.open_window("xterm")
         recorder = desktop.start_recorder_and_wait()
         wait_for(lambda: "⌨️ OK" in desktop.log(), "the count")
@@ -218,6 +218,7 @@ class KeysTest(unittest.TestCase):
             os.kill(recorder.pid, signal.SIGSTOP)
             self.desktop.tool("xdotool", "type", "--delay", "0", secret)
             os.kill(recorder.pid, signal.SIGCONT)
+            wait_for(lambda: is_asleep(recorder.pid), "the end of the work on these keys")
             # Looked at more than once, as other work soon covers what lies there.
             memories += [memory_of(recorder.pid, is_writable) for _ in range(3)]
         self.wait_for_total(3 * len(secret))

@@ -6,20 +6,14 @@ import subprocess
 import time
 import unittest
 
-from desktop import Desktop, wait_for
+from desktop import DesktopTest, wait_for
 
 TERMINAL = ("XTerm", "com.apple.Terminal.xterm")
 
 
-class RecordingTest(unittest.TestCase):
+class RecordingTest(DesktopTest):
     def setUp(self):
-        self.desktop = Desktop()
-        self.addCleanup(self.desktop.close)
-
-    def tearDown(self):
-        failed = self._outcome.result.failures + self._outcome.result.errors
-        if any(test is self for test, _ in failed):
-            print(self.desktop.log(), self.desktop.output()[-4000:])
+        self.open_desktop()
 
     def start_working(self):
         """Starts the recorder with somebody at work in a terminal."""

@@ -6,16 +6,15 @@ import unittest
 
 import dbus
 
-from desktop import Desktop, wait_for
+from desktop import DesktopTest, wait_for
 
 WATCHER = "org.kde.StatusNotifierWatcher"
 MENU = "com.canonical.dbusmenu"
 
 
-class ShellTest(unittest.TestCase):
+class ShellTest(DesktopTest):
     def setUp(self):
-        self.desktop = Desktop(speed=1)
-        self.addCleanup(self.desktop.close)
+        self.open_desktop(speed=1)
         self.bus = self.desktop.session_bus
 
     def start_with_tray(self):

@@ -8,7 +8,7 @@ import stat
 import subprocess
 import unittest
 
-from desktop import Desktop, wait_for
+from desktop import DesktopTest, wait_for
 
 OLD_SCHEMA = """
 CREATE TABLE app_sessions (id INTEGER PRIMARY KEY AUTOINCREMENT, app_name TEXT NOT NULL,
@@ -25,10 +25,9 @@ def is_root():
     return os.getuid() == 0
 
 
-class SurroundingsTest(unittest.TestCase):
+class SurroundingsTest(DesktopTest):
     def setUp(self):
-        self.desktop = Desktop()
-        self.addCleanup(self.desktop.close)
+        self.open_desktop()
 
     def make_store(self, sql):
         os.makedirs(self.desktop.data, mode=0o700)
