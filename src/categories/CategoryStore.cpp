@@ -24,7 +24,8 @@ Value columnValue(const Statement& statement, int column)
     case SQLITE_FLOAT:
         return sqlite3_column_double(statement.get(), column);
     case SQLITE_TEXT:
-        return std::string(columnText(statement, column));
+        // Up to the first NUL and well formed, as identifiers of sessions are read.
+        return validUtf8(std::string(columnText(statement, column)).c_str());
     default:
         return {};
     }

@@ -193,6 +193,15 @@ TEST_F(CategoryStoreTest, RowsOfOtherTypesDontCount)
     EXPECT_EQ(CategoryStore::classify(rules, "com.bear", "").key, "uncategorized");
 }
 
+TEST_F(CategoryStoreTest, TextsEndAtANulAndAreWellFormed)
+{
+    store.exec("UPDATE categories SET label = CAST(x'41FF42004300' AS TEXT) WHERE id = 3");
+    store.exec("UPDATE app_categories SET match_key = CAST(x'6100' AS TEXT), category_id = 3 "
+               "WHERE match_key = 'com.bear'");
+    const RuleSet rules = CategoryStore::loadRuleSet(store.handle());
+    EXPECT_EQ(CategoryStore::classify(rules, "a", "").label, "A\uFFFDB");
+}
+
 TEST_F(CategoryStoreTest, ChoosingTwiceLeavesOneRow)
 {
     CategoryStore::setUserCategory(exec, clock, "it's", 3);
