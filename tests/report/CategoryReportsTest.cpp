@@ -46,6 +46,42 @@ TEST_F(CategoryReportsTest, SharesAddUpAndApplicationsCountOnce)
     EXPECT_THAT(data.categorySessions, IsEmpty());
 }
 
+TEST_F(CategoryReportsTest, AnApplicationOfAChangedCategoryCountsThereAlone)
+{
+    session("Safari", 0, 100, "com.apple.Safari");
+    session("Safari", 200, 300, "com.apple.Safari");
+    exec("INSERT INTO app_categories (match_key, match_type, category_id, source) "
+         "VALUES ('com.apple.Safari', 'exact', 10, 'user')");
+    const auto usage = read({.tab = NavTab::habit}).categoryUsage;
+    ASSERT_THAT(usage, SizeIs(1));
+    EXPECT_EQ(usage[0].category, "gaming");
+    EXPECT_EQ(usage[0].label, "游戏");
+    EXPECT_EQ(usage[0].appCount, 1);
+    EXPECT_EQ(usage[0].pct, 1);
+}
+
+TEST_F(CategoryReportsTest, ProgramsOfTheSystemAndRunningSessionsDontCount)
+{
+    for (const char* name : {"loginwindow", "MyLoginTool", "xscreensaver-demo", "Quillbrook"}) {
+        session(name, 100, 160);
+    }
+    exec("INSERT INTO app_sessions (app_name, started_at) VALUES ('Running', 1767200000)");
+    EXPECT_THAT(read({.tab = NavTab::habit}).categoryUsage, IsEmpty());
+    EXPECT_THAT(trend(), IsEmpty());
+}
+
+TEST_F(CategoryReportsTest, TheLargestCategoryComesFirst)
+{
+    session("Safari", 0, 10, "com.apple.Safari");
+    session("Mail", 20, 50, "com.apple.mail");
+    session("Xcode", 60, 80, "com.apple.dt.Xcode");
+    const auto usage = read({.tab = NavTab::habit}).categoryUsage;
+    ASSERT_THAT(usage, SizeIs(3));
+    EXPECT_EQ(usage[0].category, "communication");
+    EXPECT_EQ(usage[1].category, "development");
+    EXPECT_EQ(usage[2].category, "browser");
+}
+
 TEST_F(CategoryReportsTest, TheTrendHasTheDayOnWhichASessionBegan)
 {
     session("A", -1, 3600);

@@ -47,6 +47,50 @@ TEST_F(DataProviderTest, APageThatReadsNothingKeepsTheRecord)
     EXPECT_TRUE(provider->data.get()->overview);
 }
 
+TEST_F(DataProviderTest, APageThatReadsNothingStartsNoWork)
+{
+    const auto provider = makeProvider();
+    finishWork();
+    int publications = 0;
+    const auto subscription
+        = provider->data.observe([&publications](const auto&) { ++publications; });
+    for (const NavTab tab : {NavTab::life, NavTab::about}) {
+        provider->selectedTab.set(tab);
+        provider->refresh();
+        finishWork();
+    }
+    EXPECT_EQ(publications, 0);
+}
+
+TEST_F(DataProviderTest, AlertsAreCountedOnTheirPageAlone)
+{
+    exec("INSERT INTO alerts (timestamp, alert_type, severity, message) "
+         "VALUES (1767200000.5, 'high_cpu', 'warning', 'm')");
+    for (const auto& tab : allCases<NavTab>) {
+        EXPECT_EQ(read({.tab = tab.value}).alertCount, tab.value == NavTab::alerts ? 1 : 0)
+            << tab.rawValue;
+    }
+}
+
+TEST_F(DataProviderTest, AlertsGoBackAsFarAsTheirPeriodAndAreCountedForToday)
+{
+    for (const int days : {0, 7, 8, 30, 31, 3650, 3651}) {
+        exec("INSERT INTO alerts (timestamp, alert_type, severity, message) VALUES ("
+            + shortestText(kMidnight - days * 86400.0) + ", 'high_cpu', 'warning', 'm')");
+    }
+    exec("INSERT INTO alerts (timestamp, alert_type, severity, message) "
+         "VALUES (1767200001, x'00', 'warning', 'm'), (1767200001, 'high_cpu', x'00', 'm'), "
+         "(1767200001, 'high_cpu', 'warning', x'00'), ('later', 'high_cpu', 'warning', 'm')");
+    const auto count = [this](AlertsPeriod period) {
+        const auto data = read({.tab = NavTab::alerts, .alertsPeriod = period});
+        EXPECT_EQ(data.alertCount, 5);
+        return data.alerts.size();
+    };
+    EXPECT_EQ(count(AlertsPeriod::week), 2U);
+    EXPECT_EQ(count(AlertsPeriod::month), 4U);
+    EXPECT_EQ(count(AlertsPeriod::all), 6U);
+}
+
 TEST_F(DataProviderTest, APageThatReadsNothingPublishesTheEmptyRecordFirst)
 {
     const auto provider = makeProvider();
@@ -158,6 +202,24 @@ TEST_F(DataProviderTest, ChangingACategoryTellsItsSteps)
         "[changeAppCategory] DB 已关闭, 调用 refresh\n");
     finishWork();
     EXPECT_EQ(provider->data.get()->categoryUsage.at(0).category, "uncategorized");
+}
+
+TEST_F(DataProviderTest, GivingBackWhatNobodyTookIsASuccess)
+{
+    exec("INSERT INTO app_categories (match_key, match_type, category_id, source) "
+         "VALUES ('org.other', 'exact', 10, 'user')");
+    const auto provider = makeProvider();
+    finishWork();
+    const std::string before = StoreReader(path()).value("SELECT COUNT(*) FROM app_categories");
+    testing::internal::CaptureStdout();
+    provider->changeAppCategory("com.apple.Safari", std::nullopt);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+        "[changeAppCategory] bundleId=com.apple.Safari, categoryId=nil\n"
+        "[changeAppCategory] SQL 成功: DELETE FROM app_categories WHERE match_key = "
+        "'com.apple.Safari' AND source = 'us...\n"
+        "[changeAppCategory] DB 已关闭, 调用 refresh\n");
+    EXPECT_TRUE(provider->isLoading.get());
+    EXPECT_EQ(StoreReader(path()).value("SELECT COUNT(*) FROM app_categories"), before);
 }
 
 TEST_F(DataProviderTest, AChangeThatFailsIsToldAndRefreshesAllTheSame)

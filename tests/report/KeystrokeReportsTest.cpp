@@ -37,6 +37,37 @@ TEST_F(KeystrokeReportsTest, AnHourIsChargedAtItsDominantMethodAndTheTotalAtEach
     EXPECT_EQ(data.tpm, 0.248 * 100 + 0.152 * 10);
 }
 
+TEST_F(KeystrokeReportsTest, TheDominantMethodHasMoreKeysThanEachOther)
+{
+    EXPECT_EQ(dominantMethod({{"A", {5, "other"}}, {"B", {3, "english"}}, {"C", {3, "english"}}}),
+        "english");
+    EXPECT_EQ(dominantMethod({{"A", {5, "quanpin"}}, {"B", {5, "english"}}}), "english");
+    EXPECT_EQ(dominantMethod({{"A", {0, "quanpin"}}}), "quanpin");
+}
+
+TEST_F(KeystrokeReportsTest, HoursHaveNoLength)
+{
+    for (int hour = 0; hour < 24; ++hour) {
+        keys(hour * 3600 + 60, "Editor", "'english'", 5);
+    }
+    for (const KeylogHourly& hour : read({.tab = NavTab::keylog}).keylogHourly) {
+        EXPECT_EQ(hour.keystrokes, 5);
+        EXPECT_EQ(hour.durationSeconds, 0);
+    }
+}
+
+TEST_F(KeystrokeReportsTest, KeysBelongToTheirDay)
+{
+    keys(-60, "Editor", "'english'", 3);
+    keys(60, "Editor", "'english'", 4);
+    EXPECT_EQ(read({.tab = NavTab::today}).totalKeylogKeystrokes, 4);
+    EXPECT_EQ(
+        read({.tab = NavTab::today, .todayPeriod = TodayPeriod::yesterday}).totalKeylogKeystrokes,
+        3);
+    EXPECT_EQ(
+        read({.tab = NavTab::keylog, .keylogPeriod = KeylogPeriod::week}).totalKeylogKeystrokes, 7);
+}
+
 TEST_F(KeystrokeReportsTest, AnApplicationHasTheMethodOfItsLastRow)
 {
     keys(60, "Editor", "'english'", 100);

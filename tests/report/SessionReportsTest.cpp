@@ -47,6 +47,50 @@ TEST_F(SessionReportsTest, ARunningSessionIsActiveWhateverItsCode)
     EXPECT_EQ(rows[0].durationSec, 0);
 }
 
+TEST_F(SessionReportsTest, ARunningSessionStandsFirstWhenItIsTheNewest)
+{
+    session("Editor", 10, 20);
+    session("Mail", 20, 30);
+    exec("INSERT INTO app_sessions (app_name, started_at) VALUES ('Web', 1767200000)");
+    const auto rows = sessions();
+    ASSERT_THAT(rows, SizeIs(3));
+    EXPECT_EQ(rows[0].appName, "Web");
+    EXPECT_EQ(rows[1].appName, "Mail");
+    EXPECT_EQ(rows[1].endedAt, kMidnight + 30);
+    EXPECT_EQ(rows[1].durationSec, 10);
+}
+
+TEST_F(SessionReportsTest, ARunningSessionOlderThanAnHourIsNotOfThatHour)
+{
+    exec("INSERT INTO app_sessions (app_name, started_at) VALUES ('Web', 1767247199)");
+    exec("INSERT INTO app_sessions (app_name, started_at) VALUES ('Mail', 1767247200)");
+    const auto rows = read({.tab = NavTab::session}).recentSessions; // 1767250800 is now
+    ASSERT_THAT(rows, SizeIs(1));
+    EXPECT_EQ(rows[0].appName, "Mail");
+}
+
+// The lists and means are cut by different conditions, and are meant to be.
+TEST_F(SessionReportsTest, EachReportLeavesOutItsOwnProgramsOfTheSystem)
+{
+    for (const char* name : {"loginwindow", "WindowServer", "kernel_task", "launchd",
+             "ScreenSaverEngine", "Quillbrook", "MyLoginTool", "xscreensaver-demo", "Editor"}) {
+        session(name, 100, 160);
+    }
+    const auto rows = sessions();
+    ASSERT_THAT(rows, SizeIs(1));
+    EXPECT_EQ(rows[0].appName, "Editor");
+    const auto focus = read({.tab = NavTab::focus});
+    EXPECT_EQ(focus.focusHours[0].activeSec, 9 * 60);
+    ASSERT_THAT(focus.durationBuckets, SizeIs(1));
+    EXPECT_EQ(focus.durationBuckets[0].count, 3);
+    exec("UPDATE app_sessions SET duration_sec = 90 WHERE app_name = 'MyLoginTool'");
+    exec("UPDATE app_sessions SET duration_sec = 9000 WHERE app_name = 'launchd'");
+    const auto means = read({.tab = NavTab::focus}).dailyAvgSessions;
+    ASSERT_THAT(means, SizeIs(1));
+    EXPECT_EQ(means[0].avgUnder5, 1.17); // 70 s of three sessions
+    EXPECT_EQ(means[0].avgOver10, 0);
+}
+
 TEST_F(SessionReportsTest, EveryCodeButASwitchIsARecovery)
 {
     const std::vector<std::pair<int, std::string>> codes
@@ -71,6 +115,19 @@ TEST_F(SessionReportsTest, AnIdlePeriodStillOpenShowsUnderTheHour)
     EXPECT_EQ(idles[0].rowId, 7);
     EXPECT_EQ(idles[0].sourceType, 1);
     EXPECT_FALSE(idles[0].endedAt);
+}
+
+TEST_F(SessionReportsTest, AListHoldsTwoHundredIdlePeriodsNewestFirst)
+{
+    exec("WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 204) "
+         "INSERT INTO idle_periods (started_at, ended_at, duration_sec, source_type) "
+         "SELECT 1767196800 + i, 1767196801 + i, 1, i % 4 + 1 FROM n");
+    const auto idles = read({.tab = NavTab::idles, .idlesPeriod = IdlesPeriod::today}).recentIdles;
+    ASSERT_THAT(idles, SizeIs(200));
+    EXPECT_EQ(idles.front().startedAt, kMidnight + 204);
+    EXPECT_EQ(idles.front().endedAt, kMidnight + 205);
+    EXPECT_EQ(idles.front().durationSec, 1);
+    EXPECT_EQ(idles[1].sourceType, 4);
 }
 
 TEST_F(SessionReportsTest, ASessionIsSpreadOverItsHours)
@@ -106,6 +163,40 @@ TEST_F(SessionReportsTest, TodayEndsAtThePresentHour)
     EXPECT_EQ(hours.back().hour, 10);
     EXPECT_EQ(hours.back().activeSec, 0);
     EXPECT_THAT(focusHours(FocusPeriod::all), SizeIs(24));
+}
+
+TEST_F(SessionReportsTest, TheFirstHourOfADayIsOneElement)
+{
+    machine.clock.set(kMidnight + 1800);
+    const auto hours = focusHours(FocusPeriod::today);
+    ASSERT_THAT(hours, SizeIs(1));
+    EXPECT_EQ(hours[0].hour, 0);
+    machine.clock.set(kMidnight - 1);
+    EXPECT_THAT(focusHours(FocusPeriod::today), SizeIs(24));
+}
+
+TEST_F(SessionReportsTest, WithoutSessionsTheHoursAreZeroAndTheLengthsEmpty)
+{
+    const auto data = read({.tab = NavTab::focus, .focusPeriod = FocusPeriod::month});
+    ASSERT_THAT(data.focusHours, SizeIs(24));
+    for (const FocusHour& hour : data.focusHours) {
+        EXPECT_EQ(hour.activeSec, 0);
+        EXPECT_EQ(hour.activeDays, 0);
+    }
+    EXPECT_THAT(data.durationBuckets, IsEmpty());
+    EXPECT_THAT(data.dailyAvgSessions, IsEmpty());
+}
+
+TEST_F(SessionReportsTest, ShortSessionsAreFocusButNoLength)
+{
+    session("Editor", 100, 109.5);
+    exec("INSERT INTO app_sessions (app_name, started_at) VALUES ('Running', 1767200000)");
+    exec("INSERT INTO app_sessions (app_name, started_at, ended_at, duration_sec) "
+         "VALUES ('Empty', 1767200000, 1767200100, 0)");
+    const auto data = read({.tab = NavTab::focus});
+    EXPECT_EQ(data.focusHours[0].activeSec, 9.5);
+    EXPECT_THAT(data.durationBuckets, IsEmpty());
+    EXPECT_THAT(data.dailyAvgSessions, IsEmpty());
 }
 
 TEST_F(SessionReportsTest, ARowThatSpansAgesIsNotWalkedThrough)
@@ -152,6 +243,37 @@ TEST_F(SessionReportsTest, MeansHaveThreeGroupsWhateverThePeriod)
         EXPECT_EQ(days[0].avg5to10, 7.5);
         EXPECT_EQ(days[0].avgOver10, 10.02);
     }
+}
+
+TEST_F(SessionReportsTest, JanuaryStandsBeforeDecember)
+{
+    session("Editor", -3600, -3540);
+    session("Editor", 100, 220);
+    const auto days = read({.tab = NavTab::focus}).dailyAvgSessions;
+    ASSERT_THAT(days, SizeIs(2));
+    EXPECT_EQ(days[0].date, "01-01");
+    EXPECT_EQ(days[0].avgUnder5, 2);
+    EXPECT_EQ(days[0].avg5to10, 0);
+    EXPECT_EQ(days[1].date, "12-31");
+}
+
+TEST_F(SessionReportsTest, EveryLengthHasItsBucketForAllOfHistory)
+{
+    for (const double seconds : {30.0, 60.0, 120.0, 180.0, 240.0, 300.0, 360.0}) {
+        session("Editor", -400 * 86400.0, -400 * 86400.0 + seconds);
+    }
+    const auto buckets
+        = read({.tab = NavTab::focus, .focusPeriod = FocusPeriod::all}).durationBuckets;
+    const std::vector<std::pair<std::string, std::int64_t>> wanted = {{"<1min", 0}, {"1-2min", 60},
+        {"2-3min", 120}, {"3-4min", 180}, {"4-5min", 240}, {"5-6min", 300}, {"6min+", 360}};
+    ASSERT_THAT(buckets, SizeIs(wanted.size()));
+    for (std::size_t i = 0; i < wanted.size(); ++i) {
+        EXPECT_EQ(buckets[i].label, wanted[i].first);
+        EXPECT_EQ(buckets[i].rangeMin, wanted[i].second);
+        EXPECT_EQ(buckets[i].count, 1);
+    }
+    EXPECT_THAT(
+        read({.tab = NavTab::focus, .focusPeriod = FocusPeriod::month}).durationBuckets, IsEmpty());
 }
 
 std::vector<std::string> dailyRows(const StoreReader& store)

@@ -42,6 +42,38 @@ TEST_F(UsageQueriesTest, TheOverviewTellsOfClosedSessions)
     EXPECT_EQ(overview.longestSessionMinutes, 1800.5 / 60);
 }
 
+TEST_F(UsageQueriesTest, YesterdaysOverviewHasTheBootOfNow)
+{
+    machine.kernelFigures.setBootTime(1767250000);
+    session("Editor", -3600, -3000);
+    session("Editor", 100, 200);
+    const auto overview
+        = *read({.tab = NavTab::today, .todayPeriod = TodayPeriod::yesterday}).overview;
+    EXPECT_EQ(overview.bootTime, 1767250000);
+    EXPECT_EQ(overview.firstActivity, kMidnight - 3600);
+    EXPECT_EQ(overview.lastActivity, kMidnight - 3000);
+    EXPECT_EQ(overview.sessionCount, 1);
+}
+
+TEST_F(UsageQueriesTest, FiguresLeaveOutTheProgramsOfTheSystem)
+{
+    for (const char* name : {"loginwindow", "WindowServer", "kernel_task", "launchd",
+             "ScreenSaverEngine", "Quillbrook", "MyLoginTool", "xscreensaver-demo", "Editor"}) {
+        session(name, 100, 160);
+    }
+    const auto today = read({.tab = NavTab::today});
+    EXPECT_EQ(today.overview->sessionCount, 1);
+    ASSERT_THAT(today.appUsage, SizeIs(1));
+    EXPECT_EQ(today.appUsage[0].appName, "Editor");
+    ASSERT_THAT(today.hourlyTimeline, SizeIs(1));
+    EXPECT_THAT(today.hourlyTimeline[0].apps, SizeIs(1));
+    EXPECT_EQ(today.hourlyTimeline[0].total, 60);
+    const auto past = read({.tab = NavTab::history}).historyOverview;
+    EXPECT_EQ(past->appSwitchCount, 1);
+    EXPECT_EQ(past->activeAppCount, 1);
+    EXPECT_EQ(past->totalActiveHours, 60.0 / 3600);
+}
+
 TEST_F(UsageQueriesTest, AnUnreadableBootTimeIsTheEpoch)
 {
     machine.kernelFigures.setBootTime(std::nullopt);
@@ -125,6 +157,15 @@ TEST_F(UsageQueriesTest, OneRowWithoutIdentifierMakesTheApplicationUnknown)
     EXPECT_EQ(apps[0].totalSeconds, 120);
     EXPECT_EQ(apps[1].bundleId, "us.zoom.xos");
     EXPECT_EQ(apps[2].bundleId, "zzz.app");
+}
+
+TEST_F(UsageQueriesTest, RowsOfEqualDataHaveIdsOfTheirOwn)
+{
+    session("Editor", 0, 60);
+    const auto first = read({.tab = NavTab::today});
+    const auto second = read({.tab = NavTab::today});
+    EXPECT_NE(first.appUsage.at(0).id, second.appUsage.at(0).id);
+    EXPECT_NE(first.hourlyTimeline.at(0).apps.at(0).id, second.hourlyTimeline.at(0).apps.at(0).id);
 }
 
 TEST_F(UsageQueriesTest, TheListHoldsTwentyApplications)
