@@ -221,6 +221,13 @@ class Desktop:
         return [int(line.split()[0], 16) for line in listing.splitlines()
                 if line.split(None, 3)[3:] == [title]]
 
+    def visible_window(self, pattern):
+        """The window on the screen whose title fits, also without a window manager; 0 without."""
+        try:
+            return int(self.tool("xdotool", "search", "--onlyvisible", "--name", pattern))
+        except subprocess.CalledProcessError:
+            return 0
+
     def close_window(self, title):
         for window in self.windows(title):
             self.tool("wmctrl", "-i", "-c", hex(window))

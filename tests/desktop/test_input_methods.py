@@ -65,8 +65,12 @@ class InputMethodsTest(DesktopTest):
         os.makedirs(desktop.home + "/config/fcitx5", exist_ok=True)
         with open(desktop.home + "/config/fcitx5/profile", "w", encoding="utf-8") as file:
             file.write(FCITX_PROFILE)
+        # A terminal that looks for it before it serves terminals never asks again.
+        serving = "Loaded addon xim"
+        before = desktop.output().count(serving)
         fcitx = desktop.spawn(["fcitx5", "--disable", "wayland,waylandim,notificationitem"])
-        wait_for(lambda: desktop.session_bus.name_has_owner("org.fcitx.Fcitx5"), "Fcitx")
+        wait_for(lambda: desktop.session_bus.name_has_owner("org.fcitx.Fcitx5")
+                 and desktop.output().count(serving) > before, "Fcitx")
         return fcitx
 
     def switch_fcitx_to(self, method):

@@ -252,6 +252,7 @@ class RecordingTest(DesktopTest):
         recorder = desktop.start_recorder()
         wait_for(lambda: "没有窗口管理器" in desktop.output(), "a line about the window manager")
         wait_for(lambda: "logind 不可用" in desktop.output(), "a line about logind")
+        wait_for(lambda: desktop.visible_window("^Quillbrook$"), "the dashboard")
         desktop.start_window_manager()
         desktop.start_logind()
         desktop.close_dashboard()

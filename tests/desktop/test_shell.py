@@ -1,7 +1,6 @@
 """The tray, the set-up window, the reopen and the quitting of the real program."""
 
 import os
-import subprocess
 import unittest
 
 import dbus
@@ -49,13 +48,6 @@ class ShellTest(DesktopTest):
         menu.Event(number, "clicked", dbus.String("", variant_level=1), dbus.UInt32(0),
                    ignore_reply=True)
         self.bus.flush()
-
-    def window(self, title):
-        """The window of that title that is on the screen; 0 when there is none."""
-        try:
-            return int(self.desktop.tool("xdotool", "search", "--onlyvisible", "--name", title))
-        except subprocess.CalledProcessError:
-            return 0
 
     def autostart(self):
         return os.path.exists(
@@ -118,30 +110,30 @@ class ShellTest(DesktopTest):
     def test_the_first_launch_records_only_once_the_user_went_on(self):
         os.remove(self.desktop.home + "/config/tarnlow.cn/quillbrook.conf")
         recorder = self.desktop.start_recorder()
-        wait_for(lambda: self.window("Quillbrook 初始设置"), "the set-up window")
+        wait_for(lambda: self.desktop.visible_window("Quillbrook 初始设置"), "the set-up window")
         self.assertFalse(os.path.exists(self.desktop.data + "/monitor.db"))
-        wait_for(lambda: self.desktop.active_window() == self.window("Quillbrook 初始设置"),
+        wait_for(lambda: self.desktop.active_window() == self.desktop.visible_window("Quillbrook 初始设置"),
                  "the focus")
         self.desktop.press("Return")
         wait_for(lambda: "✅ 就绪" in self.desktop.log(), "the recorder")
-        wait_for(lambda: not self.window("Quillbrook 初始设置"), "the end of the window")
+        wait_for(lambda: not self.desktop.visible_window("Quillbrook 初始设置"), "the end of the window")
         self.assertIsNone(recorder.poll())
 
     def test_closing_the_set_up_neither_records_nor_ends_the_program(self):
         os.remove(self.desktop.home + "/config/tarnlow.cn/quillbrook.conf")
         recorder = self.desktop.start_recorder()
-        wait_for(lambda: self.window("Quillbrook 初始设置"), "the set-up window")
-        wait_for(lambda: self.desktop.active_window() == self.window("Quillbrook 初始设置"),
+        wait_for(lambda: self.desktop.visible_window("Quillbrook 初始设置"), "the set-up window")
+        wait_for(lambda: self.desktop.active_window() == self.desktop.visible_window("Quillbrook 初始设置"),
                  "the focus")
         self.desktop.press("alt+F4")
-        wait_for(lambda: not self.window("Quillbrook 初始设置"), "the end of the window")
+        wait_for(lambda: not self.desktop.visible_window("Quillbrook 初始设置"), "the end of the window")
         self.assertIsNone(recorder.poll())
         self.assertFalse(os.path.exists(self.desktop.data + "/monitor.db"))
 
     def test_a_second_launch_brings_the_open_window_to_the_front_and_ends(self):
         os.remove(self.desktop.home + "/config/tarnlow.cn/quillbrook.conf")
         recorder = self.desktop.start_recorder()
-        window = wait_for(lambda: self.window("Quillbrook 初始设置"), "the set-up window")
+        window = wait_for(lambda: self.desktop.visible_window("Quillbrook 初始设置"), "the set-up window")
         wait_for(lambda: self.desktop.active_window() == window, "the focus")
         self.desktop.open_window("xterm")
         second = self.desktop.start_recorder()

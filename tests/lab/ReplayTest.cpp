@@ -113,6 +113,31 @@ TEST_F(ReplayTest, ASuspendedMachineWakesWithItsOverdueTimersOnceEach)
                  "[2026-01-01T01:01:40Z] 💓 [A] Editor 0s | hid=3645s\n"));
 }
 
+TEST_F(ReplayTest, NoTimerRunsBetweenTwoSuspensions)
+{
+    replay(R"({"front":{"name":"Editor","bundle":"org.ed"}}
+{"at":0,"engine":"start"}
+{"at":55,"input":0}
+{"at":100,"suspend":50}
+{"at":150,"front":{"name":"Reader","bundle":"org.re"}}
+{"at":150,"suspend":50}
+{"at":203,"end":true}
+)");
+    // The new front is first seen by the one overdue look at 200, and two seconds later it counts.
+    EXPECT_THAT(sessions(),
+        ElementsAre("Editor|1767225660.0|1767225802.0|1", "Reader|1767225802.0|NULL|0"));
+}
+
+TEST_F(ReplayTest, ASuspensionAtTheEndRunsNothing)
+{
+    replay(R"({"front":{"name":"Editor","bundle":"org.ed"}}
+{"at":0,"engine":"start"}
+{"at":55,"input":0}
+{"at":59,"suspend":50}
+)");
+    EXPECT_THAT(sessions(), IsEmpty());
+}
+
 TEST_F(ReplayTest, ACrashWritesNothingAndTheNextStartRepairs)
 {
     replay(R"({"front":{"name":"Editor","bundle":"org.ed"}}
