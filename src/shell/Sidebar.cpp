@@ -89,7 +89,8 @@ QString Sidebar::symbolOf(NavTab tab)
 
 void Sidebar::addRow(QVBoxLayout& column, NavTab tab, QAbstractButton* button)
 {
-    connect(button, &QAbstractButton::clicked, this, [this, tab] {
+    connect(button, &QAbstractButton::clicked, this, [this, tab, button] {
+        button->setFocus(Qt::MouseFocusReason); // the arrow keys go on from here
         setSelected(tab); // a press on the selected row leaves it marked
         emit selected(tab);
     });

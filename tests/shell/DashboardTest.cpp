@@ -59,12 +59,16 @@ protected:
         return namesOf(elementsOf(window(), QAccessible::StaticText));
     }
 
-    void clickRow(const QString& title)
+    SidebarRow& row(const QString& title)
     {
         const auto rows = window().findChildren<SidebarRow*>();
-        (*std::find_if(rows.begin(), rows.end(), [&](const SidebarRow* row) {
-            return row->text() == title;
-        }))->click();
+        return **std::find_if(
+            rows.begin(), rows.end(), [&](const SidebarRow* row) { return row->text() == title; });
+    }
+
+    void clickRow(const QString& title)
+    {
+        row(title).click();
         settle();
     }
 
@@ -126,6 +130,16 @@ TEST_F(DashboardTest, DoesNothingForTheSelectedRow)
     for (const SidebarRow* row : window().findChildren<SidebarRow*>()) {
         EXPECT_EQ(row->isChecked(), row->text() == "Today");
     }
+}
+
+TEST_F(DashboardTest, WalksOnWithTheKeysFromTheRowThatWasClicked)
+{
+    show();
+    clickRow("Focus");
+    ASSERT_EQ(window().focusWidget(), &row("Focus"));
+    press(row("Focus"), Qt::Key_Down);
+    EXPECT_EQ(provider().selectedTab.get(), NavTab::keylog);
+    EXPECT_EQ(window().focusWidget(), &row("Tokens"));
 }
 
 TEST_F(DashboardTest, RefreshesWhenAPeriodChanges)
