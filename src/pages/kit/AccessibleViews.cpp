@@ -46,7 +46,9 @@ public:
         if (kind == QAccessible::Name) {
             return present->name;
         }
-        return kind == QAccessible::Value ? present->value : QString();
+        // The value once more as description, as Linux hands on no text as an element's value.
+        const bool isValue = kind == QAccessible::Value || kind == QAccessible::Description;
+        return isValue ? present->value : QString();
     }
 
     QRect rect() const override
