@@ -50,10 +50,12 @@ def wait_for(condition, what, timeout=60.0):
 
 
 class Desktop:
-    """One private desktop; `speed` times as fast as the world outside."""
+    """One private desktop, `speed` times as fast as the world outside; `now` is the time on its
+    clocks when it begins, by default that outside."""
 
-    def __init__(self, speed=60):
+    def __init__(self, speed=60, now=None):
         self.speed = speed
+        self.offset_sec = 0 if now is None else round(now - time.time())
         self.home = tempfile.mkdtemp(prefix="quillbrook-desktop-")
         self.processes = []
         self.env = {key: value for key, value in os.environ.items()
@@ -87,8 +89,8 @@ class Desktop:
 
     def spawn(self, arguments, fast=False, **options):
         env = dict(self.env)
-        if fast and self.speed != 1:
-            env.update(LD_PRELOAD=FAKETIME, FAKETIME="+0 x%d" % self.speed)
+        if fast and (self.speed, self.offset_sec) != (1, 0):
+            env.update(LD_PRELOAD=FAKETIME, FAKETIME="%+d x%d" % (self.offset_sec, self.speed))
         log = open(os.path.join(self.home, "output"), "ab")
         process = subprocess.Popen(arguments, env=env, start_new_session=True,
                                    stdin=subprocess.DEVNULL,
@@ -239,6 +241,11 @@ class Desktop:
     def press(self, *keys):
         self.tool("xdotool", "key", "--delay", "5", *keys)
 
+    def click(self, place, button=1):
+        """Presses a button of the mouse at a place of the screen, (x, y)."""
+        self.tool("xdotool", "mousemove", "--sync", str(place[0]), str(place[1]), "click",
+                  str(button))
+
     # The recorder
 
     def set_launched_before(self):
@@ -322,8 +329,8 @@ class Desktop:
 class DesktopTest(unittest.TestCase):
     """A test on a desktop of its own, whose log and output stand beside a failure."""
 
-    def open_desktop(self, speed=60):
-        self.desktop = Desktop(speed)
+    def open_desktop(self, speed=60, now=None):
+        self.desktop = Desktop(speed, now)
         self.addCleanup(self.desktop.close)
 
     def tearDown(self):

@@ -3,51 +3,18 @@
 import os
 import unittest
 
-import dbus
-
 from desktop import DesktopTest, wait_for
-
-WATCHER = "org.kde.StatusNotifierWatcher"
-MENU = "com.canonical.dbusmenu"
+from tray_item import TrayItem
 
 
 class ShellTest(DesktopTest):
     def setUp(self):
         self.open_desktop(speed=1)
-        self.bus = self.desktop.session_bus
 
     def start_with_tray(self):
-        self.desktop.spawn(["/usr/bin/python3", "-B", "tray.py"])
-        wait_for(lambda: self.bus.name_has_owner(WATCHER), "the tray")
+        self.item = TrayItem(self.desktop)
         self.recorder = self.desktop.start_recorder()
-        wait_for(self.items, "the tray's item")
-        return self.recorder
-
-    def items(self):
-        watcher = self.bus.get_object(WATCHER, "/StatusNotifierWatcher", introspect=False)
-        return watcher.Get(WATCHER, "RegisteredStatusNotifierItems",
-                           dbus_interface=dbus.PROPERTIES_IFACE)
-
-    def item(self, path):
-        return self.bus.get_object(self.items()[0], path, introspect=False)
-
-    def entries(self):
-        """The menu's entries, as (id, properties), in order."""
-        menu = dbus.Interface(self.item("/MenuBar"), MENU)
-        _revision, layout = menu.GetLayout(0, -1, dbus.Array([], signature="s"))
-        return [(int(child[0]), child[1]) for child in layout[2]
-                if child[1].get("visible", True)]
-
-    def titles(self):
-        return [str(properties.get("label", "-")) for _id, properties in self.entries()]
-
-    def click(self, title):
-        number = next(number for number, properties in self.entries()
-                      if properties.get("label") == title)
-        menu = dbus.Interface(self.item("/MenuBar"), MENU)
-        menu.Event(number, "clicked", dbus.String("", variant_level=1), dbus.UInt32(0),
-                   ignore_reply=True)
-        self.bus.flush()
+        self.item.wait()
 
     def autostart(self):
         return os.path.exists(
@@ -62,15 +29,13 @@ class ShellTest(DesktopTest):
 
     def test_the_tray_shows_the_menu_with_its_shortcuts(self):
         self.start_with_tray()
-        self.assertEqual(self.titles(), ["Alerts：0", "Hours：0h0m", "-", "刷新数据", "-",
+        self.assertEqual(self.item.titles(), ["Alerts：0", "Hours：0h0m", "-", "刷新数据", "-",
                                          "开机自启：开", "退出"])
         shortcuts = {str(properties["label"]): [str(key) for key in properties["shortcut"][0]]
-                     for _id, properties in self.entries() if "shortcut" in properties}
+                     for _id, properties in self.item.entries() if "shortcut" in properties}
         self.assertEqual(shortcuts, {"刷新数据": ["Control", "R"], "退出": ["Control", "Q"]})
-        properties = dbus.Interface(self.item("/StatusNotifierItem"), dbus.PROPERTIES_IFACE)
-        tip = properties.Get("org.kde.StatusNotifierItem", "ToolTip")
-        self.assertEqual(tip[2], "0h0m")
-        pixmaps = properties.Get("org.kde.StatusNotifierItem", "IconPixmap")
+        self.assertEqual(self.item.tooltip(), "0h0m")
+        pixmaps = self.item.property("IconPixmap")
         self.assertIn(22, [int(pixmap[0]) for pixmap in pixmaps])
 
     def test_refreshing_from_the_menu_reads_the_store(self):
@@ -80,20 +45,20 @@ class ShellTest(DesktopTest):
             "VALUES (strftime('%s', 'now'), 'cpu', 'warning', '');"
             "INSERT INTO keystrokes (timestamp, app_name, input_method, keystroke_count) "
             "VALUES (strftime('%s', 'now'), 'Editor', 'english', 2000)")
-        self.click("刷新数据")
-        wait_for(lambda: "Alerts：1" in self.titles(), "the alert in the menu")
-        self.assertIn("Tokens：496", self.titles())
+        self.item.click("刷新数据")
+        wait_for(lambda: "Alerts：1" in self.item.titles(), "the alert in the menu")
+        self.assertIn("Tokens：496", self.item.titles())
 
     def test_the_login_item_is_switched_from_the_menu(self):
         self.start_with_tray()
         self.assertTrue(self.autostart())
-        self.click("开机自启：开")
+        self.item.click("开机自启：开")
         wait_for(lambda: not self.autostart(), "the end of the login item")
 
     def test_quitting_from_the_menu_ends_the_rows(self):
         self.start_with_tray()
         self.desktop.write("INSERT INTO idle_periods (started_at) VALUES (1767225600)")
-        self.click("退出")
+        self.item.click("退出")
         self.assertEqual(self.recorder.wait(timeout=60), 0)
         self.assertEqual(self.desktop.rows(
             "SELECT (SELECT COUNT(*) FROM app_sessions WHERE ended_at IS NULL) + "
