@@ -23,6 +23,12 @@ constexpr int kHeight = 19;
 constexpr int kLongestName = 150;
 constexpr double kRadius = 4;
 
+int nameWidth(const QString& name)
+{
+    const QFontMetricsF metrics(Look::systemFont(kNamePixels));
+    return static_cast<int>(std::ceil(metrics.horizontalAdvance(name)));
+}
+
 } // namespace
 
 Chip::Chip(Kind kind, const QString& name, DotColor dotColor, QWidget* parent)
@@ -31,8 +37,11 @@ Chip::Chip(Kind kind, const QString& name, DotColor dotColor, QWidget* parent)
     , dotColor(std::move(dotColor))
 {
     setText(name);
+    setShortcut({}); // an ampersand in a name is no mnemonic
     setAccessibleName(name);
-    setToolTip(name);
+    if (nameWidth(name) > kLongestName) {
+        setToolTip(plainToolTip(name));
+    }
     setCheckable(kind == Kind::button);
     setFocusPolicy(kind == Kind::button ? Qt::StrongFocus : Qt::NoFocus);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
@@ -45,9 +54,8 @@ QAccessible::Role Chip::accessibleRole() const
 
 QSize Chip::sizeHint() const
 {
-    const double name = QFontMetricsF(Look::systemFont(kNamePixels)).horizontalAdvance(text());
-    const int shown = std::min(kLongestName, static_cast<int>(std::ceil(name)));
-    return {2 * kSidePadding + kDot + kSpacing + shown, kHeight};
+    return {
+        2 * kSidePadding + kDot + kSpacing + std::min(kLongestName, nameWidth(text())), kHeight};
 }
 
 void Chip::paintEvent(QPaintEvent*)
@@ -67,8 +75,7 @@ void Chip::paintEvent(QPaintEvent*)
 
     const double left = place.right() + kSpacing;
     drawShrunkText(painter, QRectF(left, 0, width() - left - kSidePadding + 1, height()),
-        Qt::AlignLeft | Qt::AlignVCenter, text(), Look::systemFont(kNamePixels),
-        Look::primaryText(palette()));
+        Qt::AlignLeft, text(), Look::systemFont(kNamePixels), Look::primaryText(palette()));
     drawFocusRing(painter, *this, rect(), kRadius);
 }
 

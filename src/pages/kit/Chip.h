@@ -9,7 +9,8 @@
 
 namespace quillbrook {
 
-/// A small rounded field of a legend: a dot in a colour and a name on one line.
+/// A small rounded field of a legend: a dot in a colour and a name on one line. A long name is
+/// elided in the middle and stands whole in the tooltip.
 class Chip final : public QAbstractButton, public Spoken {
     Q_OBJECT
 

@@ -4,7 +4,7 @@
 #include "pages/kit/Symbol.h"
 #include "pages/kit/TextDrawing.h"
 
-#include <QFontMetrics>
+#include <QFontMetricsF>
 #include <QPainter>
 
 namespace quillbrook {
@@ -50,8 +50,24 @@ void FigureCard::setFigure(
     color = newColor;
     value = newValue;
     setAccessibleName(title);
-    setToolTip(value + '\n' + title);
+    updateToolTip();
     update();
+}
+
+void FigureCard::resizeEvent(QResizeEvent*)
+{
+    updateToolTip();
+}
+
+void FigureCard::updateToolTip()
+{
+    const double room = width() - 2 * kPadding;
+    const auto isCut = [room](const QString& text, const QFont& font, double minimumScale) {
+        return QFontMetricsF(font).horizontalAdvance(text) * minimumScale > room;
+    };
+    const bool isAnyCut = isCut(value, valueFont(), shrinking.value)
+        || isCut(accessibleName(), titleFont(), shrinking.title);
+    setToolTip(isAnyCut ? value + '\n' + accessibleName() : QString());
 }
 
 QSize FigureCard::sizeHint() const
@@ -78,10 +94,10 @@ void FigureCard::paintEvent(QPaintEvent*)
     QRectF line(kPadding, kPadding, width() - 2 * kPadding, kSymbolPixels);
     Symbol::draw(painter, symbol, line, tint);
     line.setRect(kPadding, line.bottom() + kSpacing, line.width(), lineHeight(kValuePixels));
-    drawShrunkText(painter, line, Qt::AlignCenter, value, valueFont(), Look::primaryText(palette()),
-        shrinking.value);
+    drawShrunkText(painter, line, Qt::AlignHCenter, value, valueFont(),
+        Look::primaryText(palette()), shrinking.value);
     line.setRect(kPadding, line.bottom() + kSpacing, line.width(), lineHeight(kTitlePixels));
-    drawShrunkText(painter, line, Qt::AlignCenter, accessibleName(), titleFont(),
+    drawShrunkText(painter, line, Qt::AlignHCenter, accessibleName(), titleFont(),
         Look::secondaryText(palette()), shrinking.title);
 }
 

@@ -7,8 +7,8 @@
 
 namespace quillbrook {
 
-/// A figure on a ground of its colour: symbol, value, title, centred above each other. Screen
-/// readers find one text with the title as name.
+/// A figure on a ground of its colour: symbol, value, title, centred above each other, the whole in
+/// the tooltip where it is cut. Screen readers find one text with the title as name.
 class FigureCard final : public QWidget, public Spoken {
     Q_OBJECT
 
@@ -31,8 +31,11 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void updateToolTip();
+
     Shrinking shrinking;
     QString symbol{};
     SystemColor color = SystemColor::blue;

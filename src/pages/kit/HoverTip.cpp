@@ -34,6 +34,11 @@ HoverTip::HoverTip(QWidget* parent) : QWidget(parent)
     setAttribute(Qt::WA_TransparentForMouseEvents);
     motion.setDuration(kMotionMs);
     motion.setEasingCurve(QEasingCurve::InOutQuad);
+    appearance.setDuration(kMotionMs);
+    appearance.setEasingCurve(QEasingCurve::InOutQuad);
+    appearance.setStartValue(0.0);
+    appearance.setEndValue(1.0);
+    connect(&appearance, &QVariantAnimation::valueChanged, this, [this] { update(); });
     hide();
 }
 
@@ -49,17 +54,26 @@ void HoverTip::setContent(const QColor& newDot, const QString& newName, const QS
 
 void HoverTip::showAt(QPointF point)
 {
-    const QPoint place = (point - QPointF(width() / 2.0, height() / 2.0)).toPoint();
+    const QPoint place = placeAt(point);
+    motion.stop();
     if (!isVisible()) {
         move(place);
         show();
         raise();
+        appearance.stop();
+        appearance.start();
         return;
     }
-    motion.stop();
     motion.setStartValue(pos());
     motion.setEndValue(place);
     motion.start();
+}
+
+QPoint HoverTip::placeAt(QPointF center) const
+{
+    const QPoint place = (center - QPointF(width() / 2.0, height() / 2.0)).toPoint();
+    const int rightmost = parentWidget()->width() - width();
+    return {std::max(0, std::min(place.x(), rightmost)), place.y()};
 }
 
 QSize HoverTip::sizeHint() const
@@ -75,6 +89,7 @@ void HoverTip::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
+    painter.setOpacity(appearance.currentValue().toDouble());
     painter.setPen(Qt::NoPen);
     for (int ring = kShadow; ring > 0; --ring) {
         painter.setBrush(QColor::fromRgbF(0, 0, 0, 0.15F / static_cast<float>(ring + 1)));

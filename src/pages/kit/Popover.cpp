@@ -30,8 +30,8 @@ Popover::Popover(int width, QWidget* anchor)
 
 void Popover::open()
 {
-    adjustSize();
-    resize(width(), std::max(sizeHint().height(), column->heightForWidth(width())));
+    resize(width(),
+        column->hasHeightForWidth() ? column->totalHeightForWidth(width()) : sizeHint().height());
     const QRect within = anchor->screen()->availableGeometry();
     QPoint place = anchor->mapToGlobal(QPoint(anchor->width() - width(), anchor->height() + kGap));
     place.setX(

@@ -5,6 +5,7 @@
 #include "pages/kit/HoverTip.h"
 #include "pages/kit/Look.h"
 #include "pages/kit/Symbol.h"
+#include "pages/kit/TextDrawing.h"
 #include "pages/views/Convert.h"
 
 #include <QContextMenuEvent>
@@ -31,26 +32,20 @@ constexpr int kNamePixels = 10;
 constexpr int kTimePixels = 8;
 constexpr double kTimeOpacity = 0.85;
 constexpr double kLineGap = 2;
+constexpr double kWidthMargin = 8; // of a text in its cell, both sides together
+constexpr double kHeightMargin = 4;
 constexpr int kCheckPixels = 12;
 
-/// A line of text, measured within the room that a cell leaves it.
-struct MeasuredText {
-    QFont font;
-    QString text;
-    double height;
-
-    MeasuredText(const QFont& font, const std::string& whole, const Rect& cell) : font(font)
-    {
-        const QFontMetricsF metrics(font);
-        text = metrics.elidedText(toQString(whole), Qt::ElideMiddle, cell.width - 8);
-        height = std::min(metrics.height(), cell.height - 4);
-    }
-};
-
-void drawLine(QPainter& painter, const MeasuredText& line, const Rect& cell, double top)
+/// `text` for a menu, where a single ampersand would mark a mnemonic and go.
+QString menuText(const QString& text)
 {
-    painter.setFont(line.font);
-    painter.drawText(QRectF(cell.x, top, cell.width, line.height), Qt::AlignCenter, line.text);
+    return QString(text).replace('&', "&&");
+}
+
+/// How high a line of text is within a cell.
+double lineHeight(const QFont& font, const Rect& cell)
+{
+    return std::min(QFontMetricsF(font).height(), cell.height - kHeightMargin);
 }
 
 } // namespace
@@ -122,20 +117,23 @@ void AppTreemap::drawCell(QPainter& painter, const Cell& cell) const
     if (!hasRoomForName(cell.rect)) {
         return;
     }
-    const double middle = cell.rect.y + cell.rect.height / 2;
-    const MeasuredText name(
-        Look::systemFont(kNamePixels, QFont::DemiBold), cell.app.appName, cell.rect);
-    painter.setPen(Qt::white);
+    const QString name = toQString(cell.app.appName);
+    const QFont nameFont = Look::systemFont(kNamePixels, QFont::DemiBold);
+    QRectF line = rect.adjusted(kWidthMargin / 2, 0, -kWidthMargin / 2, 0);
     if (!hasRoomForTime(cell.rect)) {
-        drawLine(painter, name, cell.rect, middle - name.height / 2);
+        drawTextOnColor(painter, line, Qt::AlignHCenter, name, nameFont);
         return;
     }
-    const MeasuredText time(
-        Look::systemFont(kTimePixels), fmtMin(cell.app.totalSeconds), cell.rect);
-    const double top = middle - (name.height + time.height + kLineGap) / 2;
-    drawLine(painter, name, cell.rect, top);
-    painter.setPen(Look::faded(Qt::white, kTimeOpacity));
-    drawLine(painter, time, cell.rect, top + name.height + kLineGap);
+    const QFont timeFont = Look::systemFont(kTimePixels);
+    const double nameHeight = lineHeight(nameFont, cell.rect);
+    const double timeHeight = lineHeight(timeFont, cell.rect);
+    line.setTop(rect.center().y() - (nameHeight + timeHeight + kLineGap) * 0.5);
+    line.setHeight(nameHeight);
+    drawTextOnColor(painter, line, Qt::AlignHCenter, name, nameFont);
+    line.setTop(line.bottom() + kLineGap);
+    line.setHeight(timeHeight);
+    drawTextOnColor(painter, line, Qt::AlignHCenter, toQString(fmtMin(cell.app.totalSeconds)),
+        timeFont, kTimeOpacity);
 }
 
 std::vector<DrawnItem> AppTreemap::drawnItems() const
@@ -235,8 +233,8 @@ std::unique_ptr<QMenu> AppTreemap::contextMenu()
     }
     const AppUsage& app = cell->app;
     auto menu = std::make_unique<QMenu>(this);
-    menu->addAction(toQString(app.appName))->setFont(Look::font(TextStyle::headline));
-    menu->addAction("分类: " + toQString(app.categoryLabel))->setEnabled(false);
+    menu->addAction(menuText(toQString(app.appName)))->setFont(Look::font(TextStyle::headline));
+    menu->addAction("分类: " + menuText(toQString(app.categoryLabel)))->setEnabled(false);
     menu->addAction("活跃时长: " + toQString(fmtMin(app.totalSeconds)))->setEnabled(false);
     menu->addSeparator();
     if (onCategoryChange) {

@@ -58,7 +58,7 @@ void AppTreemapSection::setAppUsage(const std::vector<AppUsage>& appUsage)
         const SystemColor color = paletteColor(place);
         auto* chip = new Chip(Chip::Kind::label, toQString(set[place].appName),
             [color](const QPalette& palette) { return Look::color(color, palette); });
-        chip->setToolTip(toQString(legendHelp(set[place])));
+        chip->setToolTip(plainToolTip(toQString(legendHelp(set[place]))));
         legend->addWidget(chip);
     }
     nothing->setVisible(appUsage.empty());

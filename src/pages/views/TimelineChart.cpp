@@ -2,6 +2,7 @@
 
 #include "base/Text.h"
 #include "pages/kit/Look.h"
+#include "pages/kit/TextDrawing.h"
 #include "platform/qt/QtText.h"
 
 #include <QFontMetricsF>
@@ -32,21 +33,15 @@ constexpr int kDurationPixels = 8;
 constexpr int kMinimumWidth = 320;
 constexpr int kFadeMs = 200;
 
-/// Draws a block's label; where it is too long, the name gives way, and where nothing of it would
-/// be left, the minutes do.
+/// Draws a block's label. Where it is too long the minutes go first, as the block's width tells
+/// them too.
 void drawLabel(QPainter& painter, const QRectF& inside, const HourBlock& block)
 {
-    painter.setFont(Look::systemFont(kBlockPixels, QFont::Medium));
-    painter.setPen(Qt::white);
-    const QFontMetricsF metrics(painter.font());
-    const QString minutes = toQString(block.label).mid(toQString(block.appName).size());
-    const double room = inside.width() - metrics.horizontalAdvance(minutes);
-    const QString whole = toQString(block.appName);
-    const QString name = metrics.elidedText(whole, Qt::ElideMiddle, room);
-    const bool isNameLeft = name == whole || name.size() > 1;
-    const QString text
-        = isNameLeft ? name + minutes : metrics.elidedText(whole, Qt::ElideMiddle, inside.width());
-    painter.drawText(inside, Qt::AlignLeft | Qt::AlignVCenter, text);
+    const QFont font = Look::systemFont(kBlockPixels, QFont::Medium);
+    const QString whole = toQString(block.label);
+    const bool isRoom = QFontMetricsF(font).horizontalAdvance(whole) <= inside.width();
+    drawTextOnColor(
+        painter, inside, Qt::AlignLeft, isRoom ? whole : toQString(block.appName), font);
 }
 
 } // namespace
@@ -218,7 +213,7 @@ bool TimelineChart::event(QEvent* event)
         QToolTip::hideText();
         event->ignore();
     } else {
-        QToolTip::showText(help->globalPos(), text, this);
+        QToolTip::showText(help->globalPos(), plainToolTip(text), this);
     }
     return true;
 }

@@ -17,6 +17,7 @@ namespace {
 
 constexpr int kPickerWidth = 140;
 constexpr int kInfoPixels = 14;
+constexpr int kHeadSpacing = 4; // the button pads its symbol by itself
 constexpr int kSpacing = 16;
 constexpr int kPopoverWidth = 380;
 constexpr int kCards = 4;
@@ -33,6 +34,7 @@ TodayOverviewView::TodayOverviewView(const QStringList& periods, QWidget* parent
     auto* head = new QHBoxLayout;
     head->addWidget(new PageTitle("Today Is a Present", PageTitle::Design::serif));
     head->addStretch();
+    head->setSpacing(kHeadSpacing);
     head->addWidget(picker);
     head->addWidget(info);
 

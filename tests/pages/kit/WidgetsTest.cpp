@@ -2,16 +2,16 @@
 #include "pages/kit/DrawnView.h"
 #include "pages/kit/FigureCard.h"
 #include "pages/kit/FlowLayout.h"
+#include "pages/kit/HoverTip.h"
 #include "pages/kit/IconButton.h"
 #include "pages/kit/PageTitle.h"
-#include "pages/kit/Popover.h"
 #include "pages/kit/SegmentedPicker.h"
+#include "support/Elements.h"
 
 #include <gtest/gtest.h>
 
 #include <QAccessible>
 #include <QApplication>
-#include <QKeyEvent>
 
 #include <vector>
 
@@ -21,14 +21,6 @@ namespace {
 QAccessibleInterface& accessible(QWidget& widget)
 {
     return *QAccessible::queryAccessibleInterface(&widget);
-}
-
-void press(QWidget& widget, Qt::Key key)
-{
-    QKeyEvent down(QEvent::KeyPress, key, Qt::NoModifier);
-    QApplication::sendEvent(&widget, &down);
-    QKeyEvent up(QEvent::KeyRelease, key, Qt::NoModifier);
-    QApplication::sendEvent(&widget, &up);
 }
 
 class TwoBars final : public DrawnView {
@@ -109,6 +101,17 @@ TEST(FigureCardTest, IsOneTextWithTheTitleAsName)
     EXPECT_EQ(accessible(card).text(QAccessible::Value), "3h5m");
 }
 
+TEST(FigureCardTest, TellsTheWholeWhereItIsCut)
+{
+    FigureCard card({.value = 0.7, .title = 1});
+    card.resize(400, 108);
+    card.show();
+    card.setFigure("clock.fill", SystemColor::blue, "3h5m", "a title of some length");
+    EXPECT_EQ(card.toolTip(), "");
+    card.resize(100, 108);
+    EXPECT_EQ(card.toolTip(), "3h5m\na title of some length");
+}
+
 TEST(PageTitleTest, IsAText)
 {
     PageTitle title("Today Is a Present", PageTitle::Design::serif);
@@ -137,6 +140,36 @@ TEST(ChipTest, ElidesALongNameButKeepsItWhole)
     EXPECT_EQ(chip.focusPolicy(), Qt::NoFocus);
 }
 
+TEST(ChipTest, NeedsNoToolTipForANameThatStandsWhole)
+{
+    const Chip chip(Chip::Kind::label, "Mail", [](const QPalette&) { return QColor(Qt::red); });
+    EXPECT_EQ(chip.toolTip(), "");
+}
+
+TEST(ChipTest, ReadsNoMnemonicInAName)
+{
+    const Chip chip(Chip::Kind::button, "R&D", [](const QPalette&) { return QColor(Qt::red); });
+    EXPECT_TRUE(chip.shortcut().isEmpty());
+    EXPECT_EQ(chip.accessibleName(), "R&D");
+}
+
+TEST(HoverTipTest, StaysWithinItsParent)
+{
+    QWidget treemap;
+    treemap.resize(400, 200);
+    HoverTip tip(&treemap);
+    tip.setContent(Qt::red, "Mail", "note");
+    tip.showAt({60, 18});
+    EXPECT_NEAR(tip.geometry().center().x(), 60, 1);
+    tip.hide();
+    tip.setContent(Qt::red, "An application with a name of forty chars", "note");
+    tip.showAt({60, 18});
+    EXPECT_EQ(tip.x(), 0);
+    tip.hide();
+    tip.showAt({340, 18});
+    EXPECT_EQ(tip.geometry().right(), 399);
+}
+
 TEST(FlowLayoutTest, BeginsARowWhereTheWidthEnds)
 {
     QWidget place;
@@ -152,21 +185,6 @@ TEST(FlowLayoutTest, BeginsARowWhereTheWidthEnds)
     flow->clear();
     EXPECT_EQ(flow->count(), 0);
     EXPECT_EQ(flow->heightForWidth(100), 0);
-}
-
-TEST(PopoverTest, ClosesWithEscape)
-{
-    IconButton anchor("info.circle", 14, "about");
-    anchor.show();
-    Popover popover(380, &anchor);
-    bool isClosed = false;
-    QObject::connect(&popover, &Popover::closed, [&] { isClosed = true; });
-    popover.open();
-    EXPECT_TRUE(popover.isVisible());
-    EXPECT_EQ(popover.width(), 380);
-    press(popover, Qt::Key_Escape);
-    EXPECT_FALSE(popover.isVisible());
-    EXPECT_TRUE(isClosed);
 }
 
 } // namespace

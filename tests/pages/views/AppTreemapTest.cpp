@@ -103,6 +103,15 @@ TEST_F(AppTreemapTest, MovesAnApplicationToAnotherCategory)
     EXPECT_EQ(changes[1].second, std::nullopt);
 }
 
+TEST_F(AppTreemapTest, KeepsAnAmpersandInTheMenu)
+{
+    auto apps = twoApps();
+    apps[0].appName = "R&D";
+    treemap.setApps(apps);
+    hover(treemap, 10, 10);
+    EXPECT_EQ(treemap.contextMenu()->actions()[0]->text(), "R&&D"); // shown as one
+}
+
 TEST_F(AppTreemapTest, IsWalkedByTheArrowKeys)
 {
     const auto hovered = [this] { return treemap.contextMenu()->actions()[0]->text(); };
