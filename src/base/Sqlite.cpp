@@ -1,5 +1,7 @@
 #include "base/Sqlite.h"
 
+#include "base/Fatal.h"
+
 #include <cstddef>
 
 namespace quillbrook {
@@ -18,6 +20,22 @@ Statement prepare(sqlite3* connection, const std::string& sql)
         sqlite3_prepare_v2(connection, sql.c_str(), -1, &statement, nullptr);
     }
     return Statement(statement);
+}
+
+std::string_view storedText(const Statement& statement, int column)
+{
+    // Taken as a blob, a text needs no NUL behind it, for which SQLite would copy it. The length
+    // comes first, as asking for it turns a text of 16-bit units into UTF-8.
+    const auto length = static_cast<std::size_t>(sqlite3_column_bytes(statement.get(), column));
+    const auto* bytes = static_cast<const char*>(sqlite3_column_blob(statement.get(), column));
+    if (length == 0) {
+        return {};
+    }
+    if (bytes == nullptr) {
+        fatal("storedText: a text without bytes");
+    }
+    const std::string_view text(bytes, length);
+    return text.substr(0, text.find('\0'));
 }
 
 std::string_view columnText(const Statement& statement, int column)

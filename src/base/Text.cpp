@@ -5,6 +5,8 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
+#include <cstring>
 
 namespace quillbrook {
 
@@ -15,6 +17,17 @@ constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
 bool isContinuation(char byte)
 {
     return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
+/// Most text is ASCII, and every text that is read from the store is looked through.
+bool startsWithEightAscii(std::string_view text)
+{
+    std::uint64_t word = 0;
+    if (text.size() < sizeof word) {
+        return false;
+    }
+    std::memcpy(&word, text.data(), sizeof word);
+    return (word & 0x8080808080808080U) == 0;
 }
 
 /// Length in bytes of the well-formed character at the beginning of `text`, 0 when there is
@@ -109,6 +122,9 @@ std::string filled(std::string_view form, std::initializer_list<std::string_view
 
 std::string validUtf8(std::string_view text)
 {
+    if (isValidUtf8(text)) {
+        return std::string(text);
+    }
     std::string valid;
     valid.reserve(text.size());
     while (!text.empty()) {
@@ -122,6 +138,10 @@ std::string validUtf8(std::string_view text)
 bool isValidUtf8(std::string_view text)
 {
     while (!text.empty()) {
+        if (startsWithEightAscii(text)) {
+            text.remove_prefix(8);
+            continue;
+        }
         const std::size_t length = characterLength(text);
         if (length == 0) {
             return false;

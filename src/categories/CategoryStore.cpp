@@ -5,54 +5,39 @@
 #include "categories/SeedTables.h"
 #include "platform/Clock.h"
 
-#include <map>
-#include <string_view>
-#include <variant>
+#include <optional>
+#include <utility>
 
 namespace quillbrook::CategoryStore {
 
 namespace {
 
-using Value = std::variant<std::monostate, std::int64_t, double, std::string>;
-using Row = std::map<std::string, Value>;
+/// The rows of a query, read one at a time. A value of another type than the one asked for counts
+/// as absent. A statement that can't be prepared has no rows.
+class RawQuery {
+public:
+    RawQuery(sqlite3* db, const std::string& sql) : statement(prepare(db, sql)) {}
 
-Value columnValue(const Statement& statement, int column)
-{
-    switch (sqlite3_column_type(statement.get(), column)) {
-    case SQLITE_INTEGER:
-        return sqlite3_column_int64(statement.get(), column);
-    case SQLITE_FLOAT:
-        return sqlite3_column_double(statement.get(), column);
-    case SQLITE_TEXT:
-        // Up to the first NUL and well formed, as identifiers of sessions are read.
-        return validUtf8(std::string(columnText(statement, column)).c_str());
-    default:
-        return {};
+    bool next() { return statement && sqlite3_step(statement.get()) == SQLITE_ROW; }
+
+    std::optional<std::int64_t> integer(int column) const
+    {
+        return sqlite3_column_type(statement.get(), column) == SQLITE_INTEGER
+            ? std::optional<std::int64_t>(sqlite3_column_int64(statement.get(), column))
+            : std::nullopt;
     }
-}
 
-std::vector<Row> query(sqlite3* db, const std::string& sql)
-{
-    std::vector<Row> rows;
-    const Statement statement = prepare(db, sql);
-    while (statement && sqlite3_step(statement.get()) == SQLITE_ROW) {
-        Row row;
-        for (int column = 0; column < sqlite3_column_count(statement.get()); ++column) {
-            row.insert_or_assign(
-                sqlite3_column_name(statement.get(), column), columnValue(statement, column));
-        }
-        rows.push_back(std::move(row));
+    /// Up to the first NUL and well formed, as identifiers of sessions are read.
+    std::optional<std::string> text(int column) const
+    {
+        return sqlite3_column_type(statement.get(), column) == SQLITE_TEXT
+            ? std::optional(validUtf8(storedText(statement, column)))
+            : std::nullopt;
     }
-    return rows;
-}
 
-/// The value of a column, if it has the type that is asked for.
-template <typename T>
-const T* valueOf(const Row& row, const std::string& column)
-{
-    const auto found = row.find(column);
-    return found == row.end() ? nullptr : std::get_if<T>(&found->second);
-}
+private:
+    Statement statement;
+};
 
 } // namespace
 
@@ -83,17 +68,19 @@ void seedAppPrefixes(const Exec& exec)
 RuleSet loadRuleSet(sqlite3* db)
 {
     RuleSet rules;
-    for (const Row& row : query(db, "SELECT id, key, label, color FROM categories")) {
-        const auto* id = valueOf<std::int64_t>(row, "id");
-        const auto* key = valueOf<std::string>(row, "key");
-        const auto* label = valueOf<std::string>(row, "label");
-        const auto* color = valueOf<std::string>(row, "color");
-        if (id != nullptr && key != nullptr && label != nullptr && color != nullptr) {
-            rules.catInfo.insert_or_assign(*id, CategoryInfo{*key, *label, *color});
+    RawQuery categories(db, "SELECT id, key, label, color FROM categories");
+    while (categories.next()) {
+        const auto id = categories.integer(0);
+        auto key = categories.text(1);
+        auto label = categories.text(2);
+        auto color = categories.text(3);
+        if (id && key && label && color) {
+            rules.catInfo.insert_or_assign(
+                *id, CategoryInfo{*std::move(key), *std::move(label), *std::move(color)});
         }
     }
 
-    const std::string sql = R"(    SELECT match_key, match_type, category_id, source
+    RawQuery matches(db, R"(    SELECT match_key, match_type, category_id, source
     FROM app_categories
     WHERE match_type IN ('exact', 'bundle_prefix')
     ORDER BY
@@ -101,20 +88,19 @@ RuleSet loadRuleSet(sqlite3* db)
             WHEN 'exact' THEN 0
             WHEN 'bundle_prefix' THEN 1
         END,
-        LENGTH(match_key) DESC)";
-    for (const Row& row : query(db, sql)) {
-        const auto* matchKey = valueOf<std::string>(row, "match_key");
-        const auto* matchType = valueOf<std::string>(row, "match_type");
-        const auto* categoryId = valueOf<std::int64_t>(row, "category_id");
-        const auto* source = valueOf<std::string>(row, "source");
-        if (matchKey == nullptr || matchType == nullptr || categoryId == nullptr
-            || source == nullptr) {
+        LENGTH(match_key) DESC)");
+    while (matches.next()) {
+        auto matchKey = matches.text(0);
+        const auto matchType = matches.text(1);
+        const auto categoryId = matches.integer(2);
+        const auto source = matches.text(3);
+        if (!matchKey || !matchType || !categoryId || !source) {
             continue;
         }
         if (*source == "user" && *matchType == "exact") {
-            rules.userExact.insert_or_assign(*matchKey, *categoryId);
+            rules.userExact.insert_or_assign(*std::move(matchKey), *categoryId);
         } else if (*source == "system" && *matchType == "bundle_prefix") {
-            rules.systemPrefixes.push_back({*matchKey, *categoryId});
+            rules.systemPrefixes.push_back({*std::move(matchKey), *categoryId});
         }
     }
     return rules;
@@ -151,20 +137,20 @@ CategoryName classify(
 
 std::vector<DistinctApp> allDistinctApps(sqlite3* db)
 {
-    const std::string sql
-        = R"(    SELECT DISTINCT app_name, COALESCE(NULLIF(bundle_id,''), 'unknown') AS bundle_id
+    RawQuery query(
+        db, R"(    SELECT DISTINCT app_name, COALESCE(NULLIF(bundle_id,''), 'unknown') AS bundle_id
     FROM app_sessions
     WHERE app_name NOT IN ('loginwindow', 'WindowServer', 'kernel_task', 'launchd', 'ScreenSaverEngine', 'Quillbrook')
       AND app_name NOT LIKE '%login%'
       AND app_name NOT LIKE '%ScreenSaver%'
     GROUP BY app_name, bundle_id
-    ORDER BY app_name)";
+    ORDER BY app_name)");
     std::vector<DistinctApp> apps;
-    for (const Row& row : query(db, sql)) {
-        const auto* appName = valueOf<std::string>(row, "app_name");
-        const auto* bundleId = valueOf<std::string>(row, "bundle_id");
-        if (appName != nullptr && bundleId != nullptr) {
-            apps.push_back({*appName, *bundleId});
+    while (query.next()) {
+        auto appName = query.text(0);
+        auto bundleId = query.text(1);
+        if (appName && bundleId) {
+            apps.push_back({*std::move(appName), *std::move(bundleId)});
         }
     }
     return apps;

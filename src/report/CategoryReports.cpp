@@ -3,6 +3,7 @@
 #include "base/Text.h"
 #include "base/Utc8Day.h"
 #include "categories/CategoryStore.h"
+#include "report/ByApplication.h"
 #include "report/PeriodFilters.h"
 #include "report/StoreQuery.h"
 #include "report/TrendQuery.h"
@@ -12,36 +13,12 @@
 #include <map>
 #include <optional>
 #include <set>
-#include <unordered_map>
+#include <string_view>
 #include <utility>
 
 namespace quillbrook {
 
 namespace {
-
-/// Classifies sessions, each identifier once, as the name has no influence on the category.
-class Classifier {
-public:
-    explicit Classifier(const RuleSet& rules) : rules(rules) {}
-
-    /// An empty `bundleId` is none.
-    const CategoryName& categoryOf(const std::string& bundleId, const std::string& appName)
-    {
-        const auto known = names.find(bundleId);
-        if (known != names.end()) {
-            return known->second;
-        }
-        return names
-            .emplace(bundleId,
-                CategoryStore::classify(
-                    rules, bundleId.empty() ? std::nullopt : std::optional(bundleId), appName))
-            .first->second;
-    }
-
-private:
-    const RuleSet& rules;
-    std::unordered_map<std::string, CategoryName> names{};
-};
 
 struct CategoryTotals {
     std::string label{};
@@ -51,6 +28,22 @@ struct CategoryTotals {
 };
 
 using TotalsByKey = std::map<std::string, CategoryTotals>;
+
+/// The category of an application whose texts are as a row has them. An empty identifier is none.
+CategoryName categoryOf(const RuleSet& rules, std::string_view appName, std::string_view bundleId)
+{
+    return CategoryStore::classify(rules,
+        bundleId.empty() ? std::nullopt : std::optional(validUtf8(bundleId)), validUtf8(appName));
+}
+
+/// The totals of an application's category, with the application counted in.
+CategoryTotals* enter(TotalsByKey& totals, const CategoryName& category, std::string_view appName)
+{
+    CategoryTotals& entry
+        = totals.try_emplace(category.key, CategoryTotals{.label = category.label}).first->second;
+    entry.apps.insert(validUtf8(appName));
+    return &entry;
+}
 
 TotalsByKey categoryTotals(sqlite3* db, const std::string& dateFilter, const RuleSet& rules)
 {
@@ -68,22 +61,19 @@ TotalsByKey categoryTotals(sqlite3* db, const std::string& dateFilter, const Rul
     const int endedAt = query.column("ended_at");
     const int durationSec = query.column("duration_sec");
 
-    Classifier classifier(rules);
     TotalsByKey totals;
+    ByApplication<CategoryTotals*> totalsOf;
     while (query.next()) {
-        auto name = query.text(appName);
+        const auto name = query.bytes(appName);
         const auto seconds = query.real(durationSec);
-        if (!name || !seconds || !query.real(startedAt) || !query.real(endedAt)) {
+        if (!name || !seconds || !query.isReal(startedAt) || !query.isReal(endedAt)) {
             continue;
         }
-        const CategoryName& category
-            = classifier.categoryOf(query.text(bundleId).value_or(std::string()), *name);
-        CategoryTotals& entry
-            = totals.try_emplace(category.key, CategoryTotals{.label = category.label})
-                  .first->second;
+        const std::string_view bundle = query.bytes(bundleId).value_or(std::string_view());
+        CategoryTotals& entry = *totalsOf.of(
+            *name, bundle, [&] { return enter(totals, categoryOf(rules, *name, bundle), *name); });
         entry.seconds += *seconds;
         ++entry.sessions;
-        entry.apps.insert(*std::move(name));
     }
     return totals;
 }
@@ -95,6 +85,13 @@ struct DayHours {
 
 /// By number of the day and category key.
 using HoursByDay = std::map<std::pair<std::int64_t, std::string>, DayHours>;
+
+/// An application's category, with its hours on the day of the application's last row.
+struct AppCategory {
+    CategoryName name{};
+    std::int64_t day = 0;
+    DayHours* hours = nullptr; // none before the first row
+};
 
 HoursByDay trendHours(sqlite3* db, const RuleSet& rules)
 {
@@ -111,20 +108,27 @@ HoursByDay trendHours(sqlite3* db, const RuleSet& rules)
     const int startedAt = query.column("started_at");
     const int durationSec = query.column("duration_sec");
 
-    Classifier classifier(rules);
     HoursByDay hours;
+    ByApplication<AppCategory> categories;
     while (query.next()) {
-        const auto name = query.text(appName);
+        const auto name = query.bytes(appName);
         const auto start = query.number(startedAt);
         const auto seconds = query.number(durationSec);
         if (!name || !start || !seconds) {
             continue;
         }
-        const CategoryName& category
-            = classifier.categoryOf(query.text(bundleId).value_or(std::string()), *name);
-        hours.try_emplace({utc8DayNumber(*start), category.key}, DayHours{.label = category.label})
-            .first->second.hours
-            += *seconds / 3600;
+        const std::string_view bundle = query.bytes(bundleId).value_or(std::string_view());
+        AppCategory& category = categories.of(
+            *name, bundle, [&] { return AppCategory{.name = categoryOf(rules, *name, bundle)}; });
+        const std::int64_t day = utc8DayNumber(*start);
+        if (category.hours == nullptr || category.day != day) {
+            category.day = day;
+            category.hours = &hours
+                                  .try_emplace({day, category.name.key},
+                                      DayHours{.label = category.name.label})
+                                  .first->second;
+        }
+        category.hours->hours += *seconds / 3600;
     }
     return hours;
 }

@@ -9,6 +9,7 @@
 #include "platform/MainLoop.h"
 #include "platform/WorkQueues.h"
 #include "report/CategoryReports.h"
+#include "report/StoreQuery.h"
 
 #include <cstdio>
 #include <string_view>
@@ -42,7 +43,7 @@ void execAndPrint(sqlite3* db, const std::string& sql)
 std::optional<std::vector<CategoryTrendPoint>> readTrend(
     const Platform& platform, const std::string& dbPath)
 {
-    const OpenedConnection opened = openConnection(dbPath, SQLITE_OPEN_READONLY);
+    const OpenedConnection opened = openConnection(dbPath, kReaderFlags);
     if (opened.result != SQLITE_OK) {
         return std::nullopt;
     }

@@ -13,7 +13,7 @@ namespace {
 
 constexpr double kHourSec = 3600;
 constexpr double kFarthestSec = 1e15;
-constexpr double kLongestWalkDays = 366;
+constexpr double kLongestWalkSec = 366 * 86400.0;
 
 } // namespace
 
@@ -26,8 +26,8 @@ void FocusSpread::add(double startedAt, double endedAt)
     }
     const std::int64_t day = wholeNumber(cursor / static_cast<double>(kDaySec));
     // A damaged row can span ages; its whole days are added without walking through them.
-    const double days = std::floor((end - cursor) / static_cast<double>(kDaySec));
-    if (days > kLongestWalkDays) {
+    if (end - cursor > kLongestWalkSec) {
+        const double days = std::floor((end - cursor) / static_cast<double>(kDaySec));
         addWholeDays(days, day);
         cursor += days * static_cast<double>(kDaySec);
     }

@@ -9,6 +9,7 @@
 #include "report/KeystrokeReports.h"
 #include "report/PeriodFilters.h"
 #include "report/SessionReports.h"
+#include "report/StoreQuery.h"
 #include "report/UsageQueries.h"
 
 namespace quillbrook {
@@ -80,7 +81,7 @@ DashboardData performRefreshSync(
     const Platform& platform, const std::string& dbPath, const RefreshContext& ctx)
 {
     DashboardData data;
-    const OpenedConnection opened = openConnection(dbPath, SQLITE_OPEN_READONLY);
+    const OpenedConnection opened = openConnection(dbPath, kReaderFlags);
     if (opened.result != SQLITE_OK || !opened.connection) {
         return data;
     }

@@ -62,19 +62,26 @@ std::vector<SessionDetail> queryRecentSessions(sqlite3* db, const std::string& f
     ORDER BY started_at DESC
     LIMIT 200)",
             {filter, excludeSystemFull}));
+    const int appName = query.column("app_name");
+    const int bundleId = query.column("bundle_id");
+    const int startedAt = query.column("started_at");
+    const int endedAt = query.column("ended_at");
+    const int durationSec = query.column("duration_sec");
+    const int closeType = query.column("close_type");
     std::vector<SessionDetail> sessions;
+    sessions.reserve(200);
     while (query.next()) {
-        const auto appName = query.text(query.column("app_name"));
-        const auto startedAt = query.real(query.column("started_at"));
-        if (!appName || !startedAt) {
+        auto name = query.text(appName);
+        const auto start = query.real(startedAt);
+        if (!name || !start) {
             continue;
         }
-        SessionDetail session{.appName = *appName,
-            .bundleId = query.text(query.column("bundle_id")).value_or("unknown"),
-            .startedAt = *startedAt,
-            .endedAt = query.real(query.column("ended_at")),
-            .durationSec = query.real(query.column("duration_sec")).value_or(0)};
-        describe(session, query.integer(query.column("close_type")).value_or(0));
+        SessionDetail session{.appName = *std::move(name),
+            .bundleId = query.text(bundleId).value_or("unknown"),
+            .startedAt = *start,
+            .endedAt = query.real(endedAt),
+            .durationSec = query.real(durationSec).value_or(0)};
+        describe(session, query.integer(closeType).value_or(0));
         sessions.push_back(std::move(session));
     }
     return sessions;
@@ -89,16 +96,22 @@ std::vector<IdleRecord> queryRecentIdles(sqlite3* db, const std::string& filter)
     ORDER BY started_at DESC
     LIMIT 200)",
             {filter}));
+    const int id = query.column("id");
+    const int startedAt = query.column("started_at");
+    const int endedAt = query.column("ended_at");
+    const int durationSec = query.column("duration_sec");
+    const int sourceType = query.column("source_type");
     std::vector<IdleRecord> idles;
+    idles.reserve(200);
     while (query.next()) {
-        const auto rowId = query.integer(query.column("id"));
-        const auto startedAt = query.real(query.column("started_at"));
-        if (rowId && startedAt) {
+        const auto rowId = query.integer(id);
+        const auto start = query.real(startedAt);
+        if (rowId && start) {
             idles.push_back({.rowId = *rowId,
-                .startedAt = *startedAt,
-                .endedAt = query.real(query.column("ended_at")),
-                .durationSec = query.real(query.column("duration_sec")).value_or(0),
-                .sourceType = query.integer(query.column("source_type")).value_or(1)});
+                .startedAt = *start,
+                .endedAt = query.real(endedAt),
+                .durationSec = query.real(durationSec).value_or(0),
+                .sourceType = query.integer(sourceType).value_or(1)});
         }
     }
     return idles;

@@ -40,17 +40,18 @@ std::optional<double> StoreQuery::real(int column) const
     return sqlite3_column_double(statement.get(), column);
 }
 
-std::optional<std::string> StoreQuery::text(int column) const
+std::optional<std::string_view> StoreQuery::bytes(int column) const
 {
     if (typeOf(column) != SQLITE_TEXT) {
         return std::nullopt;
     }
-    const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), column));
-    if (bytes == nullptr) {
-        fatal("StoreQuery: a text without bytes");
-    }
-    std::string text = bytes;
-    return isValidUtf8(text) ? text : validUtf8(text);
+    return storedText(statement, column);
+}
+
+std::optional<std::string> StoreQuery::text(int column) const
+{
+    const auto stored = bytes(column);
+    return stored ? std::optional(validUtf8(*stored)) : std::nullopt;
 }
 
 int StoreQuery::typeOf(int column) const

@@ -9,6 +9,10 @@
 
 namespace quillbrook {
 
+/// How reports open the store. One thread alone has the connection, so that SQLite need not lock it
+/// for each value of each row.
+inline constexpr int kReaderFlags = SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX;
+
 /// The rows of a query, read one at a time. A value is read as the one type asked for, and one of
 /// another type counts as absent; integers and doubles don't convert.
 ///
@@ -28,6 +32,10 @@ public:
 
     std::optional<std::int64_t> integer(int column) const;
     std::optional<double> real(int column) const;
+    bool isReal(int column) const { return typeOf(column) == SQLITE_FLOAT; }
+
+    /// A text as it is stored, well formed or not, up to its first NUL. Valid until `next`.
+    std::optional<std::string_view> bytes(int column) const;
 
     /// The text up to its first NUL, in well-formed UTF-8.
     std::optional<std::string> text(int column) const;

@@ -1,8 +1,5 @@
 #include "report/TrendQuery.h"
 
-#include "base/Fatal.h"
-#include "base/Text.h"
-
 namespace quillbrook {
 
 TrendQuery::TrendQuery(sqlite3* db, const std::string& sql) : statement(prepare(db, sql)) {}
@@ -30,17 +27,12 @@ std::optional<double> TrendQuery::number(int column) const
     return sqlite3_column_double(statement.get(), column);
 }
 
-std::optional<std::string> TrendQuery::text(int column) const
+std::optional<std::string_view> TrendQuery::bytes(int column) const
 {
     if (typeOf(column) != SQLITE_TEXT) {
         return std::nullopt;
     }
-    const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), column));
-    if (bytes == nullptr) {
-        fatal("TrendQuery: a text without bytes");
-    }
-    std::string text = bytes;
-    return isValidUtf8(text) ? text : validUtf8(text);
+    return storedText(statement, column);
 }
 
 int TrendQuery::typeOf(int column) const

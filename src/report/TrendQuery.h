@@ -23,8 +23,8 @@ public:
 
     std::optional<double> number(int column) const;
 
-    /// The text up to its first NUL, in well-formed UTF-8.
-    std::optional<std::string> text(int column) const;
+    /// A text as it is stored, well formed or not, up to its first NUL. Valid until `next`.
+    std::optional<std::string_view> bytes(int column) const;
 
 private:
     int typeOf(int column) const;

@@ -34,5 +34,32 @@ TEST(ColumnText, HoldsAllBytesAndIsEmptyForNull)
     EXPECT_TRUE(columnText(statement, 1).empty());
 }
 
+TEST(StoredText, EndsAtANulAndMayBeEmpty)
+{
+    const auto opened = openConnection(":memory:", SQLITE_OPEN_READWRITE);
+    const Statement statement = prepare(opened.connection.get(),
+        "SELECT '汉' || char(0) || 'b', '', char(0), CAST(x'ff41' AS TEXT)");
+    ASSERT_EQ(sqlite3_step(statement.get()), SQLITE_ROW);
+    EXPECT_EQ(storedText(statement, 0), "汉");
+    EXPECT_EQ(storedText(statement, 1), "");
+    EXPECT_EQ(storedText(statement, 2), "");
+    EXPECT_EQ(storedText(statement, 3), "\xFF\x41");
+}
+
+TEST(StoredText, IsUtf8WhateverTheFileHolds)
+{
+    for (const char* encoding : {"'UTF-16le'", "'UTF-16be'"}) {
+        const auto opened = openConnection(":memory:", SQLITE_OPEN_READWRITE);
+        sqlite3* db = opened.connection.get();
+        sqlite3_exec(
+            db, (std::string("PRAGMA encoding = ") + encoding).c_str(), nullptr, nullptr, nullptr);
+        sqlite3_exec(db, "CREATE TABLE t (a); INSERT INTO t VALUES ('汉字 and more')", nullptr,
+            nullptr, nullptr);
+        const Statement statement = prepare(db, "SELECT a FROM t");
+        ASSERT_EQ(sqlite3_step(statement.get()), SQLITE_ROW);
+        EXPECT_EQ(storedText(statement, 0), "汉字 and more");
+    }
+}
+
 } // namespace
 } // namespace quillbrook

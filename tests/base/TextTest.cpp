@@ -94,5 +94,17 @@ TEST(IsValidUtf8, RefusesWhatValidUtf8WouldReplace)
     EXPECT_FALSE(isValidUtf8("\xE4\xBB"));
 }
 
+TEST(IsValidUtf8, FindsOneBadByteAnywhereInALongText)
+{
+    const std::string good(40, 'a');
+    EXPECT_TRUE(isValidUtf8(good));
+    for (std::size_t at = 0; at < good.size(); ++at) {
+        std::string bad = good;
+        bad[at] = '\x80';
+        EXPECT_FALSE(isValidUtf8(bad)) << at;
+        EXPECT_EQ(validUtf8(bad).size(), good.size() + 2) << at;
+    }
+}
+
 } // namespace
 } // namespace quillbrook

@@ -46,6 +46,19 @@ TEST_F(CategoryReportsTest, SharesAddUpAndApplicationsCountOnce)
     EXPECT_THAT(data.categorySessions, IsEmpty());
 }
 
+TEST_F(CategoryReportsTest, ApplicationsAreToldApartByNameAndIdentifierTogether)
+{
+    session("b", 0, 10, "com.apple.Safaria");
+    session("ab", 20, 30, "com.apple.Safari");
+    session("b", 40, 50, "");
+    exec("INSERT INTO app_sessions (app_name, bundle_id, started_at, ended_at, duration_sec) "
+         "VALUES ('b', NULL, 1767200000, 1767200010, 10)");
+    const auto usage = read({.tab = NavTab::habit}).categoryUsage;
+    ASSERT_THAT(usage, SizeIs(2));
+    EXPECT_EQ(usage[0].appCount + 10 * usage[1].appCount, usage[0].category == "browser" ? 12 : 21);
+    EXPECT_EQ(usage[0].sessionCount, 2);
+}
+
 TEST_F(CategoryReportsTest, AnApplicationOfAChangedCategoryCountsThereAlone)
 {
     session("Safari", 0, 100, "com.apple.Safari");
