@@ -44,6 +44,13 @@ std::string wholeSeconds(double seconds)
     return std::to_string(static_cast<std::int64_t>(seconds));
 }
 
+bool isSystemBundleId(std::string_view bundleId)
+{
+    const std::string lowered = asciiLowered(bundleId);
+    return lowered.find("helper") != std::string::npos
+        || lowered.find("com.apple.loginwindow") != std::string::npos;
+}
+
 } // namespace
 
 void AttentionMachine::begin()
@@ -68,20 +75,22 @@ void AttentionMachine::attentionTick()
     attentionState = next;
 }
 
-bool AttentionMachine::isSystemApp(const std::string& name, const std::string& bundleId) const
+bool AttentionMachine::isSystemApp(const std::string& name, const std::string& bundleId)
 {
-    const bool hasSystemName = std::ranges::any_of(kSystemNames, [&](std::string_view systemName) {
-        return platform.localeText.containsIgnoringCase(name, systemName);
-    });
-    if (hasSystemName) {
-        return true;
+    if (!lastJudgement || lastJudgement->name != name || lastJudgement->bundleId != bundleId) {
+        lastJudgement = Judgement{name, bundleId, isSystemName(name) || isSystemBundleId(bundleId)};
     }
-    const std::string lowered = asciiLowered(bundleId);
-    return lowered.find("helper") != std::string::npos
-        || lowered.find("com.apple.loginwindow") != std::string::npos;
+    return lastJudgement->isSystemApp;
 }
 
-AttentionSnapshot AttentionMachine::collectSnapshot() const
+bool AttentionMachine::isSystemName(const std::string& name) const
+{
+    return std::ranges::any_of(kSystemNames, [&](std::string_view systemName) {
+        return platform.localeText.containsIgnoringCase(name, systemName);
+    });
+}
+
+AttentionSnapshot AttentionMachine::collectSnapshot()
 {
     AttentionSnapshot snapshot{.isLocked = isLocked, .isSleeping = isSleeping};
     const auto front = platform.workspace.frontmostApplication();

@@ -48,8 +48,15 @@ private:
         double firstSeenAt = 0;
     };
 
-    bool isSystemApp(const std::string& name, const std::string& bundleId) const;
-    AttentionSnapshot collectSnapshot() const;
+    struct Judgement {
+        std::string name{};
+        std::string bundleId{};
+        bool isSystemApp = false;
+    };
+
+    bool isSystemApp(const std::string& name, const std::string& bundleId);
+    bool isSystemName(const std::string& name) const;
+    AttentionSnapshot collectSnapshot();
     AttentionState reduce(const AttentionState& state, const AttentionSnapshot& snapshot);
     void executeTransition(const AttentionState& from, const AttentionState& to);
     void becomeIdle(double now);
@@ -65,6 +72,7 @@ private:
     MonitorLog& log;
 
     AttentionState attentionState{};
+    std::optional<Judgement> lastJudgement{}; // asked for each second of the same application
     std::optional<PendingFrontmost> pendingFrontmost{};
     bool isLocked = false;
     bool isSleeping = false;

@@ -121,6 +121,22 @@ TEST_F(AttentionTest, AnIdentifierWithHelperInAnyCapitalsIsTheSystems)
     }
 }
 
+TEST_F(AttentionTest, TheSameNameWithASystemsIdentifierIsJudgedAnew)
+{
+    startWorkingIn("Editor");
+    machine.bringToFront("Editor", "org.example.helper");
+    machine.runFor(1);
+    EXPECT_THAT(sessions(), ElementsAre("Editor|60|61|1"));
+}
+
+TEST_F(AttentionTest, TheSameIdentifierWithASystemsNameIsJudgedAnew)
+{
+    startWorkingIn("Editor");
+    machine.bringToFront("launchd", "org.example.Editor");
+    machine.runFor(1);
+    EXPECT_THAT(sessions(), ElementsAre("Editor|60|61|1"));
+}
+
 TEST_F(AttentionTest, AnApplicationWithoutAnIdentifierBecomesActiveThroughATick)
 {
     startWorkingIn("Editor");
