@@ -135,50 +135,50 @@ void ContentView::showDetail()
         detail->setCurrentWidget(provider.isLoading.get() ? static_cast<QWidget*>(loading) : empty);
         return;
     }
-    Page& page = pageFor(provider.selectedTab.get());
-    page.setData(*data);
-    detail->setCurrentWidget(page.widget);
-}
-
-ContentView::Page& ContentView::pageFor(NavTab tab)
-{
-    const auto found = pages.find(tab);
-    if (found != pages.end()) {
-        return found->second;
+    const NavTab tab = provider.selectedTab.get();
+    std::optional<Page> left; // goes only once the next page stands in its place
+    if (!page || page->tab != tab) {
+        left = std::exchange(page, makePage(tab));
+        detail->addWidget(page->widget.get());
     }
-    Page& page = pages.emplace(tab, makePage(tab)).first->second;
-    detail->addWidget(page.widget);
-    return page;
+    page->setData(*data);
+    detail->setCurrentWidget(page->widget.get());
 }
 
 ContentView::Page ContentView::makePage(NavTab tab)
 {
     switch (tab) {
     case NavTab::today:
-        return makePeriodPage(new TodayPage(labelsOf<TodayPeriod>()), provider.todayPeriod);
-    case NavTab::history:
         return makePeriodPage(
-            new PastPage(labelsOf<HistoryPeriod>(),
+            tab, std::make_unique<TodayPage>(labelsOf<TodayPeriod>()), provider.todayPeriod);
+    case NavTab::history:
+        return makePeriodPage(tab,
+            std::make_unique<PastPage>(labelsOf<HistoryPeriod>(),
                 [this](const std::string& bundleId, std::optional<std::int64_t> categoryId) {
                     provider.changeAppCategory(bundleId, categoryId);
                 }),
             provider.historyPeriod);
     default:
-        return {new EmptyState(Sidebar::symbolOf(tab), toQString(rawValue(tab)), {}),
-            [](const DashboardData&) {}};
+        return {.tab = tab,
+            .widget = std::make_unique<EmptyState>(
+                Sidebar::symbolOf(tab), toQString(rawValue(tab)), QString()),
+            .setData = [](const DashboardData&) {}};
     }
 }
 
 template <typename PageWidget, typename Period>
-ContentView::Page ContentView::makePeriodPage(PageWidget* page, Property<Period>& period)
+ContentView::Page ContentView::makePeriodPage(
+    NavTab tab, std::unique_ptr<PageWidget> widget, Property<Period>& period)
 {
-    page->setPeriod(indexOf(period.get()));
-    connect(page, &PageWidget::periodPicked, this, [&period](int index) {
+    PageWidget* shown = widget.get();
+    shown->setPeriod(indexOf(period.get()));
+    connect(shown, &PageWidget::periodPicked, this, [&period](int index) {
         period.set(allCases<Period>[static_cast<std::size_t>(index)].value);
     });
-    subscriptions.push_back(
-        period.observe([page](Period chosen) { page->setPeriod(indexOf(chosen)); }));
-    return {page, [page](const DashboardData& data) { page->setData(data); }};
+    return {.tab = tab,
+        .widget = std::move(widget),
+        .setData = [shown](const DashboardData& data) { shown->setData(data); },
+        .period = period.observe([shown](Period chosen) { shown->setPeriod(indexOf(chosen)); })};
 }
 
 } // namespace quillbrook

@@ -6,7 +6,8 @@
 #include <QWidget>
 
 #include <functional>
-#include <map>
+#include <memory>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -32,20 +33,21 @@ public:
     ContentView(DataProvider& provider, Heartbeat updateHeartbeat, QWidget* parent = nullptr);
 
 private:
-    /// A page, and what hands it the present record.
+    /// The page on screen, and what hands it the present record.
     struct Page {
-        QWidget* widget = nullptr;
+        NavTab tab = NavTab::today;
+        std::unique_ptr<QWidget> widget{};
         std::function<void(const DashboardData&)> setData{};
+        Subscription period{}; // keeps the page's picker on the provider's period
     };
 
     void observeSelection();
     template <typename Period>
     void observePeriod(Property<Period>& period);
     void showDetail();
-    Page& pageFor(NavTab tab);
     Page makePage(NavTab tab);
     template <typename PageWidget, typename Period>
-    Page makePeriodPage(PageWidget* page, Property<Period>& period);
+    Page makePeriodPage(NavTab tab, std::unique_ptr<PageWidget> widget, Property<Period>& period);
 
     DataProvider& provider;
     Heartbeat updateHeartbeat;
@@ -53,7 +55,7 @@ private:
     QStackedWidget* detail;
     LoadingState* loading;
     EmptyState* empty;
-    std::map<NavTab, Page> pages{}; // each made when it is first shown
+    std::optional<Page> page{}; // made at its selection; what it alone knows goes with it
     std::vector<Subscription> subscriptions{};
 };
 

@@ -1,3 +1,4 @@
+#include "pages/kit/Chip.h"
 #include "pages/views/AppTreemap.h"
 #include "platform/virtual/VirtualApplication.h"
 #include "report/DataProvider.h"
@@ -5,8 +6,11 @@
 #include "shell/SidebarRow.h"
 #include "support/Elements.h"
 #include "support/EngineFixture.h"
+#include "support/TemporaryDirectory.h"
 
+#include <QIcon>
 #include <QMenu>
+#include <QPixmap>
 
 #include <algorithm>
 
@@ -103,6 +107,67 @@ TEST_F(DashboardTest, ComesBackOnTheSamePageAndPeriod)
     EXPECT_THAT(elementsOf(window(), QAccessible::PageTabList),
         ElementsAre(Element{QAccessible::PageTabList, "时段", "本周"}));
     EXPECT_THAT(namesOf(elementsOf(window(), QAccessible::Cell)), ElementsAre("Editor"));
+}
+
+TEST_F(DashboardTest, OpensOnThePageThatWasAskedForAfterItsClosing)
+{
+    show();
+    window().close();
+    settle();
+    int publications = 0;
+    const auto counting = provider().data.observe([&](const auto&) { ++publications; });
+    dashboard->show(NavTab::history);
+    EXPECT_THAT(texts(), Contains("The Past Is History"));
+    EXPECT_EQ(publications, 0); // first with the data of before
+    settle();
+    EXPECT_EQ(publications, 1);
+    EXPECT_THAT(heartbeats, ElementsAre("Past"));
+}
+
+TEST_F(DashboardTest, ComesToTheFrontOnTheSamePage)
+{
+    show(NavTab::history);
+    window().setWindowState(Qt::WindowMinimized);
+    const int activations = application.activationCount();
+    show();
+    EXPECT_FALSE(window().isMinimized());
+    EXPECT_EQ(application.activationCount(), activations + 1);
+    EXPECT_THAT(texts(), Contains("The Past Is History"));
+}
+
+TEST_F(DashboardTest, SetsTheIconOnceButThePolicyAtEachShow)
+{
+    const TemporaryDirectory icons;
+    QPixmap drawing(16, 16);
+    drawing.fill(Qt::red);
+    drawing.save(QString::fromStdString(icons.path() / "cn.tarnlow.quillbrook.png"));
+    QIcon::setThemeName("hicolor");
+    QIcon::setFallbackSearchPaths({QString::fromStdString(icons.path())});
+    QApplication::setWindowIcon({});
+    show();
+    EXPECT_FALSE(QApplication::windowIcon().isNull());
+    QApplication::setWindowIcon({});
+    window().close();
+    settle();
+    EXPECT_EQ(application.activationPolicy(), ActivationPolicy::accessory);
+    show();
+    EXPECT_TRUE(QApplication::windowIcon().isNull());
+    EXPECT_EQ(application.activationPolicy(), ActivationPolicy::regular);
+    QIcon::setFallbackSearchPaths({});
+}
+
+TEST_F(DashboardTest, ForgetsWhatAPageAloneKnewWhenAnotherIsSelected)
+{
+    show();
+    const auto isPicked = [this] { return window().findChild<Chip*>()->isChecked(); };
+    window().findChild<Chip*>()->click();
+    EXPECT_TRUE(isPicked());
+    window().close();
+    show();
+    EXPECT_TRUE(isPicked()); // closing is no leaving
+    clickRow("Past");
+    clickRow("Today");
+    EXPECT_FALSE(isPicked());
 }
 
 TEST_F(DashboardTest, WritesTheHeartbeatThenRefreshesForAnotherPage)
