@@ -10,6 +10,7 @@ import shutil
 import signal
 import socket
 import sqlite3
+import struct
 import subprocess
 import tempfile
 import time
@@ -223,6 +224,31 @@ class Desktop:
         return [int(line.split()[0], 16) for line in listing.splitlines()
                 if line.split(None, 3)[3:] == [title]]
 
+    def place(self, window):
+        """The middle of a window on the screen, (x, y)."""
+        geometry = dict(line.split("=") for line in self.tool(
+            "xdotool", "getwindowgeometry", "--shell", str(window)).splitlines())
+        return (int(geometry["X"]) + int(geometry["WIDTH"]) // 2,
+                int(geometry["Y"]) + int(geometry["HEIGHT"]) // 2)
+
+    def colors(self, window):
+        """The colours of a window's pixels, as (red, green, blue)."""
+        image = subprocess.check_output(["xwd", "-silent", "-id", str(window)], env=self.env,
+                                        timeout=60)
+        header = struct.unpack(">25I", image[:100])
+        begin, width, pixel, line = (
+            header[0] + 12 * header[19], header[4], header[11] // 8, header[12])
+        return {tuple(reversed(image[at:at + 3]))
+                for start in range(begin, len(image), line)
+                for at in range(start, start + width * pixel, pixel)}
+
+    def program_windows(self):
+        """The program's windows on the screen, menus and the icon in a panel included."""
+        listing = subprocess.run(["xdotool", "search", "--onlyvisible", "--class", "quillbrook"],
+                                 env=self.env, capture_output=True, text=True, check=False,
+                                 timeout=60).stdout
+        return [int(line) for line in listing.splitlines()]
+
     def visible_window(self, pattern):
         """The window on the screen whose title fits, also without a window manager; 0 without."""
         try:
@@ -271,6 +297,11 @@ class Desktop:
         """Closes the window that a launch opens by itself."""
         wait_for(lambda: self.windows("Quillbrook"), "the dashboard")
         self.close_window("Quillbrook")
+
+    def last_page(self):
+        """The page that the recorder noted last."""
+        with open(self.data + "/heartbeat.txt", encoding="utf-8") as file:
+            return file.read().strip().split("|")[-1]
 
     def log(self):
         try:

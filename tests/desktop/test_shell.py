@@ -6,6 +6,8 @@ import unittest
 from desktop import DesktopTest, wait_for
 from tray_item import TrayItem
 
+ICON_PLATE = (0x3A, 0x3A, 0x3C)
+
 
 class ShellTest(DesktopTest):
     def setUp(self):
@@ -66,6 +68,18 @@ class ShellTest(DesktopTest):
         self.assertIn("🛑 监控引擎停止中", self.desktop.log())
         self.assertIn("正常退出", self.crash_log())
         self.assertFalse(os.path.exists(self.desktop.data + "/clean_exit"))
+
+    def test_a_click_on_the_icon_in_a_panel_that_came_later_opens_the_menu(self):
+        self.desktop.start_recorder_and_wait()
+        wait_for(lambda: not self.desktop.program_windows(), "the end of the dashboard")
+        self.desktop.spawn(["trayer", "--edge", "top", "--align", "left", "--height", "24"])
+        icon = wait_for(self.desktop.program_windows, "the icon")[0]
+        wait_for(lambda: ICON_PLATE in self.desktop.colors(icon), "the drawn icon")
+        self.desktop.click(self.desktop.place(icon))
+        wait_for(lambda: len(self.desktop.program_windows()) == 2, "the menu")
+        self.desktop.press("Down", "Return")
+        wait_for(lambda: self.desktop.windows("Quillbrook"), "the dashboard")
+        wait_for(lambda: self.desktop.last_page() == "Alerts", "the first entry's page")
 
     def test_without_a_tray_one_line_tells_the_way_in(self):
         self.desktop.start_recorder_and_wait()

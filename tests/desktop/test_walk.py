@@ -100,11 +100,10 @@ class WalkTest(DesktopTest):
         cell = self.cells()[0]
         bundle_id = self.desktop.rows("SELECT bundle_id FROM app_sessions WHERE app_name = '%s' "
                                       "ORDER BY id DESC" % cell.name)[0][0]
-        before = self.popups()
         self.desktop.click(cell.top, 3)
-        wait_for(lambda: self.popups() == before + 1, "the menu")
+        wait_for(lambda: len(self.desktop.program_windows()) == 2, "the menu")
         self.desktop.press("Up", "Right")  # the last entry leads to the categories
-        wait_for(lambda: self.popups() == before + 2, "the menu of categories")
+        wait_for(lambda: len(self.desktop.program_windows()) == 3, "the menu of categories")
         self.desktop.press("Down", "Return")
         wait_for(lambda: self.user_categories() == [(bundle_id, "浏览器")], "the row")
         wait_for(lambda: any(element.value == cell.name + " — 浏览器"
@@ -165,19 +164,10 @@ class WalkTest(DesktopTest):
 
     def wait_for_page(self, title):
         wait_for(lambda: self.reader.find("list item", title).is_checked, "the mark on " + title)
-        wait_for(lambda: self.last_page() == title, "the last page on disk")
-
-    def last_page(self):
-        with open(self.desktop.data + "/heartbeat.txt", encoding="utf-8") as file:
-            return file.read().strip().split("|")[-1]
+        wait_for(lambda: self.desktop.last_page() == title, "the last page on disk")
 
     def cells(self):
         return [element for element in self.reader.elements() if element.role == "cell"]
-
-    def popups(self):
-        """How many windows of the program are open beside the dashboard."""
-        listing = self.desktop.tool("xdotool", "search", "--onlyvisible", "--class", "quillbrook")
-        return len(listing.split()) - 1
 
     def user_categories(self):
         return self.desktop.rows(
