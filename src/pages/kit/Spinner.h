@@ -18,7 +18,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    QTimer timer{};
+    QTimer timer{this};
     int turn = 0; // the spoke that is darkest
 };
 

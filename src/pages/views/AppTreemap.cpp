@@ -146,10 +146,20 @@ std::vector<DrawnItem> AppTreemap::drawnItems() const
     return items;
 }
 
+void AppTreemap::enterEvent(QEnterEvent* event)
+{
+    hoverAt(event->position());
+}
+
 void AppTreemap::mouseMoveEvent(QMouseEvent* event)
 {
+    hoverAt(event->position());
+}
+
+void AppTreemap::hoverAt(QPointF point)
+{
     const std::vector<Cell> present = cells();
-    const auto index = cellAt(present, {event->position().x(), event->position().y()});
+    const auto index = cellAt(present, {point.x(), point.y()});
     hover(index ? std::optional(present[*index].app.appName) : std::nullopt);
 }
 
@@ -213,6 +223,9 @@ void AppTreemap::updateTip()
 
 void AppTreemap::contextMenuEvent(QContextMenuEvent* event)
 {
+    if (event->reason() == QContextMenuEvent::Mouse) {
+        hoverAt(event->pos()); // the mouse may not have moved since the data came
+    }
     std::unique_ptr<QMenu> menu = contextMenu();
     if (!menu) {
         return;

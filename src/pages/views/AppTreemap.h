@@ -40,6 +40,7 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void enterEvent(QEnterEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void leaveEvent(QEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
@@ -50,6 +51,7 @@ protected:
 private:
     std::vector<Cell> cells() const;
     std::optional<Cell> hoveredCell() const;
+    void hoverAt(QPointF point);
     void hover(std::optional<std::string> appName);
     void updateTip();
     void drawCell(QPainter& painter, const Cell& cell) const;

@@ -95,8 +95,24 @@ TEST(KpiInfoItems, ExplainTheCardsInTheirOrder)
     for (std::size_t i = 0; i < items.size(); ++i) {
         EXPECT_EQ(items[i].symbol, cards[i].symbol);
         EXPECT_EQ(items[i].color, cards[i].color);
-        EXPECT_FALSE(items[i].detail.empty());
     }
+}
+
+TEST(KpiInfoItems, TellWhatTheFiguresMean)
+{
+    const auto items = kpiInfoItems();
+    EXPECT_EQ(items[0].name, "活跃时长");
+    EXPECT_EQ(items[0].detail,
+        "今日所有应用会话 duration 的总分钟数。首次活跃时间为今天最早的 started_at 时刻。");
+    EXPECT_EQ(items[1].name, "最长专注");
+    EXPECT_EQ(items[1].detail, "今日单次 session 的最长 duration，反映最专注的工作时段。");
+    EXPECT_EQ(items[2].name, "应用");
+    EXPECT_EQ(items[2].detail,
+        R"(今日使用过的不同应用数量。"切换 N 次"等于会话数，即前台应用变更的次数。)");
+    EXPECT_EQ(items[3].name, "击键次数");
+    EXPECT_EQ(items[3].detail,
+        "来自 keylog 工具采集的全局 keyDown 事件计数。"
+        "Token 换算按输入法类型：英文≈0.248/键，双拼≈0.267/键，其他≈0.152/键。");
 }
 
 } // namespace

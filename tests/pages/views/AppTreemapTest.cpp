@@ -1,4 +1,5 @@
 #include "pages/views/AppTreemap.h"
+#include "pages/kit/Chip.h"
 #include "pages/kit/HoverTip.h"
 #include "pages/views/AppTreemapSection.h"
 #include "support/Elements.h"
@@ -6,6 +7,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QContextMenuEvent>
 #include <QMenu>
 #include <QMouseEvent>
 
@@ -103,6 +105,47 @@ TEST_F(AppTreemapTest, MovesAnApplicationToAnotherCategory)
     EXPECT_EQ(changes[1].second, std::nullopt);
 }
 
+TEST_F(AppTreemapTest, OpensItsMenuForTheCellUnderTheMouse)
+{
+    const QPoint place(350, 10); // no motion came before
+    QContextMenuEvent event(QContextMenuEvent::Mouse, place, treemap.mapToGlobal(place));
+    QApplication::sendEvent(&treemap, &event);
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    EXPECT_EQ(menu->actions()[0]->text(), "Web");
+    menu->close();
+}
+
+TEST_F(AppTreemapTest, OpensItsMenuByKeyForTheCellThatTheArrowsReached)
+{
+    const auto open = [this] {
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(0, 0), QPoint(0, 0));
+        QApplication::sendEvent(&treemap, &event);
+        return qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    };
+    EXPECT_EQ(open(), nullptr);
+    press(treemap, Qt::Key_Left);
+    QMenu* menu = open();
+    ASSERT_NE(menu, nullptr);
+    EXPECT_EQ(menu->actions()[0]->text(), "Web");
+    menu->close();
+}
+
+TEST_F(AppTreemapTest, OffersTheCategoriesInTheirOrder)
+{
+    hover(treemap, 10, 10);
+    const auto menu = treemap.contextMenu();
+    EXPECT_TRUE(menu->actions()[3]->isSeparator());
+    EXPECT_EQ(menu->actions()[4]->text(), "切换分类");
+    std::vector<std::string> labels;
+    for (const QAction* action : menu->findChild<QMenu*>()->actions()) {
+        labels.push_back(action->isSeparator() ? "-" : action->text().toStdString());
+    }
+    EXPECT_THAT(labels,
+        ElementsAre("开发工具", "浏览器", "通讯社交", "数据分析", "写作笔记", "办公套件",
+            "系统工具", "娱乐", "游戏", "摄影剪辑", "旅游", "理财", "-", "恢复系统默认"));
+}
+
 TEST_F(AppTreemapTest, KeepsAnAmpersandInTheMenu)
 {
     auto apps = twoApps();
@@ -143,6 +186,24 @@ TEST(AppTreemapSectionTest, ShowsALineInPlaceOfNothing)
     section.setAppUsage(twoApps());
     EXPECT_THAT(namesOf(elementsOf(section, QAccessible::StaticText)),
         ElementsAre("应用的活跃时长", "Editor", "Web"));
+}
+
+TEST(AppTreemapSectionTest, NamesTwentyApplicationsWithTheirCategories)
+{
+    std::vector<AppUsage> apps;
+    for (int i = 0; i < 25; ++i) {
+        apps.push_back({.appName = "App" + std::to_string(i),
+            .totalSeconds = 100.0 - i,
+            .categoryLabel = "浏览器"});
+    }
+    AppTreemapSection section{{}};
+    section.show();
+    section.setAppUsage(apps);
+    const auto chips = section.findChildren<Chip*>();
+    ASSERT_EQ(chips.size(), 20);
+    EXPECT_EQ(chips[19]->toolTip(), "App19 — 浏览器");
+    EXPECT_EQ(elementsOf(section, QAccessible::Cell).size(), 20U);
+    EXPECT_EQ(section.findChild<AppTreemap*>()->sizeHint().height(), 440);
 }
 
 } // namespace

@@ -1,15 +1,21 @@
 #include "pages/views/TimelineView.h"
 #include "pages/kit/Chip.h"
+#include "pages/kit/Look.h"
+#include "pages/views/TimelineChart.h"
 #include "support/Elements.h"
 #include "support/TemporaryDirectory.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QDeadlineTimer>
 #include <QFileDialog>
+#include <QHelpEvent>
 #include <QLineEdit>
+#include <QToolTip>
 
 #include <algorithm>
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
 
@@ -32,6 +38,35 @@ std::string contentOf(const std::filesystem::path& path)
 {
     std::ifstream stream(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+/// The first element of that name in a view.
+QAccessibleInterface& accessibleNamed(QWidget& view, const QString& name)
+{
+    QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(&view);
+    int index = 0;
+    while (index + 1 < interface->childCount()
+        && interface->child(index)->text(QAccessible::Name) != name) {
+        ++index;
+    }
+    return *interface->child(index);
+}
+
+/// What `color` gives on an opaque ground.
+QColor over(const QColor& color, const QColor& ground)
+{
+    const auto mixed = [&](double above, double below) {
+        return static_cast<float>(above * color.alphaF() + below * (1 - color.alphaF()));
+    };
+    return QColor::fromRgbF(mixed(color.redF(), ground.redF()),
+        mixed(color.greenF(), ground.greenF()), mixed(color.blueF(), ground.blueF()));
+}
+
+/// How far two colours are apart, from 0 to 765.
+int distance(const QColor& a, const QColor& b)
+{
+    return std::abs(a.red() - b.red()) + std::abs(a.green() - b.green())
+        + std::abs(a.blue() - b.blue());
 }
 
 class TimelineViewTest : public testing::Test {
@@ -95,6 +130,53 @@ TEST_F(TimelineViewTest, HighlightsOneApplicationAtATime)
     EXPECT_THAT(checkedChips(), IsEmpty());
 }
 
+TEST_F(TimelineViewTest, LetsTheOtherApplicationsFade)
+{
+    view.setTimeline(day());
+    auto& chart = *view.findChild<TimelineChart*>();
+    const QPoint origin = chart.mapToGlobal(QPoint(0, 0));
+    const QRect block
+        = accessibleNamed(chart, "Web").rect().translated(-origin); // the one of nine o'clock
+    const auto color
+        = [&] { return chart.grab().toImage().pixelColor(block.center() + QPoint(0, 10)); };
+    const QColor strong = color();
+    press(chip("Editor"), Qt::Key_Space);
+    const QColor ground = Look::windowBackground(chart.palette());
+    const QColor green = Look::color(SystemColor::green, chart.palette());
+    const QColor faint = over(Look::faded(green, 0.15 * 0.2),
+        over(Look::faded(green, 0.7 * 0.2), ground)); // two layers, each at a fifth
+    QDeadlineTimer deadline(20000);
+    while (distance(color(), faint) > 6 && !deadline.hasExpired()) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 100);
+    }
+    EXPECT_LE(distance(color(), faint), 6);
+    EXPECT_GT(distance(strong, faint), 60);
+}
+
+TEST_F(TimelineViewTest, TellsABlocksDurationInItsToolTip)
+{
+    view.setTimeline(day());
+    auto& chart = *view.findChild<TimelineChart*>();
+    const auto helpAt = [&chart](QPoint place) {
+        QHelpEvent event(QEvent::ToolTip, place, chart.mapToGlobal(place));
+        QApplication::sendEvent(&chart, &event);
+        return event.isAccepted() ? QToolTip::text().toStdString() : std::string("none");
+    };
+    const QRect block = accessibleNamed(chart, "Editor").rect();
+    EXPECT_EQ(helpAt(chart.mapFromGlobal(block.center())), "Editor: 40min");
+    EXPECT_EQ(helpAt(QPoint(2, 2)), "none");
+}
+
+TEST_F(TimelineViewTest, HasALineOfFortyFourForEachHour)
+{
+    view.setTimeline(day());
+    auto& chart = *view.findChild<TimelineChart*>();
+    const QRect nine = accessibleNamed(chart, "09:00").rect();
+    const QRect fourteen = accessibleNamed(chart, "14:00").rect();
+    EXPECT_EQ(nine.size(), QSize(50, 44));
+    EXPECT_EQ(fourteen.top() - nine.top(), 44);
+}
+
 TEST_F(TimelineViewTest, KeepsTheHighlightThroughARefresh)
 {
     view.setTimeline(day());
@@ -112,6 +194,8 @@ TEST_F(TimelineViewTest, WritesTheDayAsItWasAtThePress)
     ASSERT_NE(dialog, nullptr);
     EXPECT_EQ(dialog->windowTitle(), "导出时间线数据");
     EXPECT_EQ(QFileInfo(dialog->selectedFiles().value(0)).fileName(), "Quillbrook-timeline.csv");
+    EXPECT_EQ(dialog->acceptMode(), QFileDialog::AcceptSave);
+    EXPECT_EQ(dialog->mimeTypeFilters(), QStringList("text/csv"));
     view.setTimeline(day()); // a refresh while the dialogue is open
 
     dialog->setDirectory(QString::fromStdString(directory.path().string()));
@@ -119,6 +203,17 @@ TEST_F(TimelineViewTest, WritesTheDayAsItWasAtThePress)
     static_cast<QDialog*>(dialog)->accept();
     EXPECT_EQ(
         contentOf(directory.path() / "day.csv"), "Hour,App,Seconds,Minutes\n14,\"Web\",59,1.0\n");
+}
+
+TEST_F(TimelineViewTest, WritesTheHeaderAloneForAnEmptyDay)
+{
+    const TemporaryDirectory directory;
+    view.exportCSV();
+    auto* dialog = view.findChild<QFileDialog*>();
+    dialog->setDirectory(QString::fromStdString(directory.path().string()));
+    dialog->findChild<QLineEdit*>()->setText("empty.csv");
+    static_cast<QDialog*>(dialog)->accept();
+    EXPECT_EQ(contentOf(directory.path() / "empty.csv"), "Hour,App,Seconds,Minutes\n");
 }
 
 TEST_F(TimelineViewTest, WritesNothingWhenTheDialogueIsCancelled)

@@ -1,3 +1,4 @@
+#include "pages/kit/IconButton.h"
 #include "pages/views/PastPage.h"
 #include "pages/views/TodayPage.h"
 #include "pages/views/VerticalChineseText.h"
@@ -7,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QPointer>
 
 namespace quillbrook {
 namespace {
@@ -76,6 +78,28 @@ TEST(TodayPageTest, ReachesEveryControlByKeyboard)
         named += button->accessibleName().isEmpty() ? 0 : 1;
     }
     EXPECT_EQ(named, 4); // two periods, the information, the export
+}
+
+TEST(TodayPageTest, ExplainsItsFiguresInAPopover)
+{
+    TodayPage page({"今日", "昨日"});
+    page.resize(740, 620);
+    page.show();
+    page.setData(todayData());
+    for (auto* button : page.findChildren<IconButton*>()) {
+        if (button->accessibleName() == "指标说明") {
+            button->click();
+        }
+    }
+    QPointer<QWidget> popover = QApplication::activePopupWidget();
+    ASSERT_NE(popover, nullptr);
+    EXPECT_EQ(popover->width(), 380);
+    const auto texts = namesOf(elementsOf(*popover, QAccessible::StaticText));
+    ASSERT_EQ(texts.size(), 9U); // the headline, four names and four details
+    EXPECT_EQ(texts[0], "指标说明");
+    EXPECT_EQ(texts[7], "击键次数");
+    press(*popover, Qt::Key_Escape);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
 }
 
 TEST(PastPageTest, LeavesTheFiguresOutWhileTheyAreAbsent)
