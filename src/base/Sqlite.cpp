@@ -22,12 +22,12 @@ Statement prepare(sqlite3* connection, const std::string& sql)
     return Statement(statement);
 }
 
-std::string_view storedText(const Statement& statement, int column)
+std::string_view storedText(sqlite3_value* value)
 {
     // Taken as a blob, a text needs no NUL behind it, for which SQLite would copy it. The length
     // comes first, as asking for it turns a text of 16-bit units into UTF-8.
-    const auto length = static_cast<std::size_t>(sqlite3_column_bytes(statement.get(), column));
-    const auto* bytes = static_cast<const char*>(sqlite3_column_blob(statement.get(), column));
+    const auto length = static_cast<std::size_t>(sqlite3_value_bytes(value));
+    const auto* bytes = static_cast<const char*>(sqlite3_value_blob(value));
     if (length == 0) {
         return {};
     }

@@ -35,9 +35,9 @@ OpenedConnection openConnection(const std::string& path, int flags);
 /// Prepares `sql`; empty when SQLite refuses it or `connection` is null.
 Statement prepare(sqlite3* connection, const std::string& sql);
 
-/// The text in a column of the present row that holds one, up to its first NUL, well formed or not.
-/// Valid until the next step.
-std::string_view storedText(const Statement& statement, int column);
+/// The text in a value that holds one, up to its first NUL, well formed or not. Valid as long as
+/// the value.
+std::string_view storedText(sqlite3_value* value);
 
 /// The text of a column of the present row, empty for NULL. Valid until the next step.
 std::string_view columnText(const Statement& statement, int column);

@@ -30,6 +30,13 @@ bool startsWithEightAscii(std::string_view text)
     return (word & 0x8080808080808080U) == 0;
 }
 
+/// Whether a well-formed character of U+4000 to U+9FFF begins `text`, as most others do here.
+bool startsWithHan(std::string_view text)
+{
+    return text.size() >= 3 && text[0] >= '\xE4' && text[0] <= '\xE9' && isContinuation(text[1])
+        && isContinuation(text[2]);
+}
+
 /// Length in bytes of the well-formed character at the beginning of `text`, 0 when there is
 /// none. Overlong forms, surrogates and values above U+10FFFF are not well-formed.
 std::size_t characterLength(std::string_view text)
@@ -140,6 +147,10 @@ bool isValidUtf8(std::string_view text)
     while (!text.empty()) {
         if (startsWithEightAscii(text)) {
             text.remove_prefix(8);
+            continue;
+        }
+        if (startsWithHan(text)) {
+            text.remove_prefix(3);
             continue;
         }
         const std::size_t length = characterLength(text);

@@ -22,16 +22,18 @@ public:
 
     std::optional<std::int64_t> integer(int column) const
     {
-        return sqlite3_column_type(statement.get(), column) == SQLITE_INTEGER
-            ? std::optional<std::int64_t>(sqlite3_column_int64(statement.get(), column))
+        sqlite3_value* const value = sqlite3_column_value(statement.get(), column);
+        return sqlite3_value_type(value) == SQLITE_INTEGER
+            ? std::optional<std::int64_t>(sqlite3_value_int64(value))
             : std::nullopt;
     }
 
     /// Up to the first NUL and well formed, as identifiers of sessions are read.
     std::optional<std::string> text(int column) const
     {
-        return sqlite3_column_type(statement.get(), column) == SQLITE_TEXT
-            ? std::optional(validUtf8(storedText(statement, column)))
+        sqlite3_value* const value = sqlite3_column_value(statement.get(), column);
+        return sqlite3_value_type(value) == SQLITE_TEXT
+            ? std::optional(validUtf8(storedText(value)))
             : std::nullopt;
     }
 

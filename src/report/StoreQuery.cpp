@@ -26,26 +26,29 @@ int StoreQuery::column(std::string_view name) const
 
 std::optional<std::int64_t> StoreQuery::integer(int column) const
 {
-    if (typeOf(column) != SQLITE_INTEGER) {
+    sqlite3_value* const its = value(column);
+    if (sqlite3_value_type(its) != SQLITE_INTEGER) {
         return std::nullopt;
     }
-    return sqlite3_column_int64(statement.get(), column);
+    return sqlite3_value_int64(its);
 }
 
 std::optional<double> StoreQuery::real(int column) const
 {
-    if (typeOf(column) != SQLITE_FLOAT) {
+    sqlite3_value* const its = value(column);
+    if (sqlite3_value_type(its) != SQLITE_FLOAT) {
         return std::nullopt;
     }
-    return sqlite3_column_double(statement.get(), column);
+    return sqlite3_value_double(its);
 }
 
 std::optional<std::string_view> StoreQuery::bytes(int column) const
 {
-    if (typeOf(column) != SQLITE_TEXT) {
+    sqlite3_value* const its = value(column);
+    if (sqlite3_value_type(its) != SQLITE_TEXT) {
         return std::nullopt;
     }
-    return storedText(statement, column);
+    return storedText(its);
 }
 
 std::optional<std::string> StoreQuery::text(int column) const
@@ -54,9 +57,9 @@ std::optional<std::string> StoreQuery::text(int column) const
     return stored ? std::optional(validUtf8(*stored)) : std::nullopt;
 }
 
-int StoreQuery::typeOf(int column) const
+sqlite3_value* StoreQuery::value(int column) const
 {
-    return column < 0 ? SQLITE_NULL : sqlite3_column_type(statement.get(), column);
+    return sqlite3_column_value(statement.get(), column);
 }
 
 } // namespace quillbrook

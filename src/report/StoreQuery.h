@@ -32,7 +32,7 @@ public:
 
     std::optional<std::int64_t> integer(int column) const;
     std::optional<double> real(int column) const;
-    bool isReal(int column) const { return typeOf(column) == SQLITE_FLOAT; }
+    bool isReal(int column) const { return sqlite3_value_type(value(column)) == SQLITE_FLOAT; }
 
     /// A text as it is stored, well formed or not, up to its first NUL. Valid until `next`.
     std::optional<std::string_view> bytes(int column) const;
@@ -41,7 +41,9 @@ public:
     std::optional<std::string> text(int column) const;
 
 private:
-    int typeOf(int column) const;
+    /// Asked for its type and content without a look into the statement for each. SQLite leaves
+    /// such a value without a lock, and one thread has the statement.
+    sqlite3_value* value(int column) const;
 
     Statement statement;
 };

@@ -20,24 +20,26 @@ int TrendQuery::column(std::string_view name) const
 
 std::optional<double> TrendQuery::number(int column) const
 {
-    const int type = typeOf(column);
+    sqlite3_value* const its = value(column);
+    const int type = sqlite3_value_type(its);
     if (type != SQLITE_FLOAT && type != SQLITE_INTEGER) {
         return std::nullopt;
     }
-    return sqlite3_column_double(statement.get(), column);
+    return sqlite3_value_double(its);
 }
 
 std::optional<std::string_view> TrendQuery::bytes(int column) const
 {
-    if (typeOf(column) != SQLITE_TEXT) {
+    sqlite3_value* const its = value(column);
+    if (sqlite3_value_type(its) != SQLITE_TEXT) {
         return std::nullopt;
     }
-    return storedText(statement, column);
+    return storedText(its);
 }
 
-int TrendQuery::typeOf(int column) const
+sqlite3_value* TrendQuery::value(int column) const
 {
-    return column < 0 ? SQLITE_NULL : sqlite3_column_type(statement.get(), column);
+    return sqlite3_column_value(statement.get(), column);
 }
 
 } // namespace quillbrook

@@ -27,7 +27,9 @@ public:
     std::optional<std::string_view> bytes(int column) const;
 
 private:
-    int typeOf(int column) const;
+    /// Asked for its type and content without a look into the statement for each. SQLite leaves
+    /// such a value without a lock, and one thread has the statement.
+    sqlite3_value* value(int column) const;
 
     Statement statement;
 };

@@ -40,10 +40,10 @@ TEST(StoredText, EndsAtANulAndMayBeEmpty)
     const Statement statement = prepare(opened.connection.get(),
         "SELECT '汉' || char(0) || 'b', '', char(0), CAST(x'ff41' AS TEXT)");
     ASSERT_EQ(sqlite3_step(statement.get()), SQLITE_ROW);
-    EXPECT_EQ(storedText(statement, 0), "汉");
-    EXPECT_EQ(storedText(statement, 1), "");
-    EXPECT_EQ(storedText(statement, 2), "");
-    EXPECT_EQ(storedText(statement, 3), "\xFF\x41");
+    EXPECT_EQ(storedText(sqlite3_column_value(statement.get(), 0)), "汉");
+    EXPECT_EQ(storedText(sqlite3_column_value(statement.get(), 1)), "");
+    EXPECT_EQ(storedText(sqlite3_column_value(statement.get(), 2)), "");
+    EXPECT_EQ(storedText(sqlite3_column_value(statement.get(), 3)), "\xFF\x41");
 }
 
 TEST(StoredText, IsUtf8WhateverTheFileHolds)
@@ -57,7 +57,7 @@ TEST(StoredText, IsUtf8WhateverTheFileHolds)
             nullptr, nullptr);
         const Statement statement = prepare(db, "SELECT a FROM t");
         ASSERT_EQ(sqlite3_step(statement.get()), SQLITE_ROW);
-        EXPECT_EQ(storedText(statement, 0), "汉字 and more");
+        EXPECT_EQ(storedText(sqlite3_column_value(statement.get(), 0)), "汉字 and more");
     }
 }
 

@@ -94,6 +94,20 @@ TEST(IsValidUtf8, RefusesWhatValidUtf8WouldReplace)
     EXPECT_FALSE(isValidUtf8("\xE4\xBB"));
 }
 
+TEST(IsValidUtf8, FindsOneBadByteAnywhereInAChineseText)
+{
+    const std::string good = "今天开发工具鿿䀀";
+    EXPECT_TRUE(isValidUtf8(good));
+    for (std::size_t at = 0; at < good.size(); ++at) {
+        for (const char byte : {'a', '\xFF', '\xC0'}) {
+            std::string bad = good;
+            bad[at] = byte;
+            EXPECT_EQ(isValidUtf8(bad), bad == good) << at;
+        }
+        EXPECT_EQ(isValidUtf8(good.substr(0, at)), at % 3 == 0);
+    }
+}
+
 TEST(IsValidUtf8, FindsOneBadByteAnywhereInALongText)
 {
     const std::string good(40, 'a');
