@@ -29,9 +29,6 @@ namespace {
 
 /// Rows of the table from the first on, by id, that began today or in the second before, which
 /// covers the rounding of the statements' own comparison.
-///
-/// The plus keeps SQLite from seeking the smallest id by walking through the ids from the oldest
-/// on.
 void narrow(sqlite3* connection, std::string_view table, std::string_view timeColumn)
 {
     // The plus leads the search along the index of times: without it the table is walked by id.

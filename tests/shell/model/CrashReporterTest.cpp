@@ -153,8 +153,10 @@ TEST_P(CrashSignalTest, LeavesABlockFromAnotherThread)
 TEST_P(CrashSignalTest, DiesWithoutATraceWhenNoLogIsOpen)
 {
     std::ofstream(dataDir()) << "in the way";
-    expectDeathBy(GetParam().signal, {number()});
-    EXPECT_TRUE(fs::is_regular_file(dataDir()));
+    for (const std::string thread : {"", "thread"}) {
+        expectDeathBy(GetParam().signal, {number(), thread});
+        EXPECT_TRUE(fs::is_regular_file(dataDir()));
+    }
 }
 
 TEST_P(CrashSignalTest, WritesNothingAfterACleanExit)
@@ -180,10 +182,13 @@ TEST_F(CrashReporterTest, ARealFaultShowsWhereItHappened)
 
 TEST_F(CrashReporterTest, AFaultInsideTheBlockLeavesTwoPartialBlocks)
 {
-    expectDeathBy(SIGSEGV, {"wild"});
-    EXPECT_EQ(occurrences(logText(), "💥 崩溃信号: SIGSEGV"), 2U);
-    EXPECT_EQ(occurrences(logText(), "堆栈跟踪:\n"), 2U);
-    EXPECT_EQ(occurrences(logText(), "=== 崩溃日志结束 ==="), 0U);
+    for (const std::string thread : {"", "thread"}) {
+        fs::remove_all(dataDir());
+        expectDeathBy(SIGSEGV, {"wild", thread});
+        EXPECT_EQ(occurrences(logText(), "💥 崩溃信号: SIGSEGV"), 2U);
+        EXPECT_EQ(occurrences(logText(), "堆栈跟踪:\n"), 2U);
+        EXPECT_EQ(occurrences(logText(), "=== 崩溃日志结束 ==="), 0U);
+    }
 }
 
 TEST_F(CrashReporterTest, AnExceptionLeavesItsBlockAndThenThatOfTheAbort)
@@ -207,6 +212,15 @@ TEST_F(CrashReporterTest, AnExceptionThatSaysNothingHasAnUnknownReason)
 {
     expectDeathBy(SIGABRT, {"nothing"});
     EXPECT_THAT(afterLaunch(), HasSubstr("\n异常: int\n原因: 未知原因\n最后页面: "));
+}
+
+TEST_F(CrashReporterTest, AnExceptionWithoutALogStillAborts)
+{
+    std::ofstream(dataDir()) << "in the way";
+    for (const std::string thread : {"", "thread"}) {
+        expectDeathBy(SIGABRT, {"exception", thread});
+        EXPECT_TRUE(fs::is_regular_file(dataDir()));
+    }
 }
 
 TEST_F(CrashReporterTest, TerminationAndKillingAreNotCaught)

@@ -246,8 +246,10 @@ TEST_F(LaunchFlowTest, AMountedVolumeIsWarnedOfOnceBehindTheLaunch)
     ASSERT_EQ(application.alerts().size(), 1U);
     const Alert& alert = application.alerts().front();
     EXPECT_EQ(alert.message, "请将 Quillbrook 复制到 Applications");
-    EXPECT_THAT(
-        alert.informativeText, EndsWith("请将 Quillbrook.app 拖入 Applications 文件夹后再打开。"));
+    EXPECT_EQ(alert.informativeText,
+        "检测到您正从 DMG 直接运行 Quillbrook。\n\n"
+        "macOS 可能会在几分钟后卸载 DMG，导致应用崩溃（SIGBUS）。\n\n"
+        "请将 Quillbrook.app 拖入 Applications 文件夹后再打开。");
     EXPECT_EQ(alert.firstButton, "打开 Applications 文件夹");
     EXPECT_EQ(alert.secondButton, "知道了");
     EXPECT_EQ(application.directoryOpeningCount(), 0);
