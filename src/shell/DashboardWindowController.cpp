@@ -1,6 +1,7 @@
 #include "shell/DashboardWindowController.h"
 
 #include "platform/MainLoop.h"
+#include "platform/linux/IdleMemory.h"
 #include "report/DataProvider.h"
 #include "shell/ContentView.h"
 #include "shell/DashboardWindow.h"
@@ -68,8 +69,10 @@ void DashboardWindowController::makeWindow()
 {
     contentProvider = std::make_unique<DataProvider>(platform);
     auto* content = new ContentView(*contentProvider, updateHeartbeat);
-    window = std::make_unique<DashboardWindow>(
-        content, platform.userDefaults, [this] { postPolicy(ActivationPolicy::accessory); });
+    window = std::make_unique<DashboardWindow>(content, platform.userDefaults, [this] {
+        postPolicy(ActivationPolicy::accessory);
+        platform.mainLoop.post(giveBackIdleMemory);
+    });
 }
 
 } // namespace quillbrook
