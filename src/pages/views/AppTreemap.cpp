@@ -35,6 +35,7 @@ constexpr double kLineGap = 2;
 constexpr double kWidthMargin = 8; // of a text in its cell, both sides together
 constexpr double kHeightMargin = 4;
 constexpr int kCheckPixels = 12;
+constexpr int kLongestMenuName = 300;
 
 /// `text` for a menu, where a single ampersand would mark a mnemonic and go.
 QString menuText(const QString& text)
@@ -246,7 +247,10 @@ std::unique_ptr<QMenu> AppTreemap::contextMenu()
     }
     const AppUsage& app = cell->app;
     auto menu = std::make_unique<QMenu>(this);
-    menu->addAction(menuText(toQString(app.appName)))->setFont(Look::font(TextStyle::headline));
+    const QFont headline = Look::font(TextStyle::headline);
+    const QString name = QFontMetricsF(headline).elidedText(
+        toQString(app.appName), Qt::ElideMiddle, kLongestMenuName);
+    menu->addAction(menuText(name))->setFont(headline);
     menu->addAction("分类: " + menuText(toQString(app.categoryLabel)))->setEnabled(false);
     menu->addAction("活跃时长: " + toQString(fmtMin(app.totalSeconds)))->setEnabled(false);
     menu->addSeparator();

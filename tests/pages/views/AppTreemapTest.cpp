@@ -155,6 +155,15 @@ TEST_F(AppTreemapTest, KeepsAnAmpersandInTheMenu)
     EXPECT_EQ(treemap.contextMenu()->actions()[0]->text(), "R&&D"); // shown as one
 }
 
+TEST_F(AppTreemapTest, ElidesALongNameInTheMenu)
+{
+    auto apps = twoApps();
+    apps[0].appName = std::string(200, 'x');
+    treemap.setApps(apps);
+    hover(treemap, 10, 10);
+    EXPECT_LT(treemap.contextMenu()->sizeHint().width(), 400);
+}
+
 TEST_F(AppTreemapTest, IsWalkedByTheArrowKeys)
 {
     const auto hovered = [this] { return treemap.contextMenu()->actions()[0]->text(); };
