@@ -4,6 +4,7 @@ import os
 import unittest
 
 from desktop import DesktopTest, wait_for
+from screen_reader import ScreenReader
 from tray_item import TrayItem
 
 ICON_PLATE = (0x3A, 0x3A, 0x3C)
@@ -119,6 +120,25 @@ class ShellTest(DesktopTest):
         self.assertEqual(second.wait(timeout=60), 0)
         wait_for(lambda: self.desktop.active_window() == window, "the window in front again")
         self.assertIsNone(recorder.poll())
+
+    def test_a_second_launch_brings_the_minimized_dashboard_back(self):
+        self.desktop.start_recorder()
+        window = wait_for(lambda: self.desktop.windows("Quillbrook"), "the dashboard")[0]
+        wait_for(lambda: self.desktop.active_window() == window, "the focus")
+        self.desktop.tool("xdotool", "windowminimize", str(window))
+        wait_for(lambda: self.desktop.active_window() != window, "the focus elsewhere")
+        self.assertEqual(self.desktop.start_recorder().wait(timeout=60), 0)
+        wait_for(lambda: self.desktop.active_window() == window, "the dashboard in front again")
+
+    def test_the_program_quits_while_a_dialogue_is_open(self):
+        reader = ScreenReader(self.desktop)
+        self.start_with_tray()
+        reader.wait_for("label", "Today Is a Present")
+        self.desktop.click(reader.wait_for("push button", "导出 CSV").center)
+        wait_for(lambda: self.desktop.windows("导出时间线数据"), "the dialogue")
+        self.item.click("退出")
+        self.assertEqual(self.recorder.wait(timeout=60), 0)
+        self.assertFalse(os.path.exists(self.desktop.data + "/clean_exit"))
 
     def test_a_fault_leaves_a_block_in_the_crash_log(self):
         recorder = self.desktop.start_recorder_and_wait()
