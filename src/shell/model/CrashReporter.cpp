@@ -19,8 +19,8 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <exception>
+#include <forward_list>
 #include <system_error>
 
 namespace quillbrook {
@@ -32,15 +32,12 @@ namespace {
 /// Whose log receives an uncaught exception; the system's handler knows no object.
 CrashReporter* installedReporter = nullptr;
 
-/// `text` in memory that stays for the life of the process, with a NUL behind it. Empty when there
-/// is no memory.
+/// `text` in memory that stays for the life of the process, with a NUL behind it.
 const char* keptForever(const std::string& text)
 {
-    auto* memory = static_cast<char*>(std::malloc(text.size() + 1));
-    if (memory != nullptr) {
-        std::memcpy(memory, text.c_str(), text.size() + 1);
-    }
-    return memory;
+    // Never destroyed: a fault may come while the process ends.
+    static auto& texts = *new std::forward_list<std::string>;
+    return texts.emplace_front(text).c_str();
 }
 
 } // namespace
@@ -66,10 +63,9 @@ void CrashReporter::install()
     // tells of the launch before is the last page.
     checkPreviousCrash();
     precomputeSystemInfo();
-    const char* path = keptForever(heartbeatPath().string());
     installSignalHandlers({.logDescriptor = crashLogFD,
         .header = {precomputedHeader, precomputedHeaderLen},
-        .heartbeatPath = path != nullptr ? path : ""});
+        .heartbeatPath = keptForever(heartbeatPath().string())});
     installExceptionHandler();
     updateHeartbeat("启动中");
 }
@@ -199,7 +195,7 @@ void CrashReporter::precomputeSystemInfo()
             path.starts_with("/Volumes/") ? "是 ⚠️" : "否",
             platform.hostFacts.hostName().value_or("unknown")});
     precomputedHeader = keptForever(header);
-    precomputedHeaderLen = precomputedHeader != nullptr ? header.size() : 0;
+    precomputedHeaderLen = header.size();
 }
 
 void CrashReporter::installExceptionHandler()
