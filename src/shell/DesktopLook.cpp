@@ -4,6 +4,7 @@
 #include "pages/kit/Look.h"
 
 #include <QApplication>
+#include <QLibraryInfo>
 
 namespace quillbrook {
 
@@ -15,6 +16,9 @@ DesktopLook::DesktopLook()
 {
     installAccessibleViews();
     Look::apply(isDarkByDefault, std::nullopt);
+    if (qtTexts.load("qtbase_zh_CN", QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+        QCoreApplication::installTranslator(&qtTexts);
+    }
 }
 
 } // namespace quillbrook

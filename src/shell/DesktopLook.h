@@ -2,10 +2,14 @@
 
 #include "platform/linux/PortalAppearance.h"
 
+#include <QTranslator>
+
 namespace quillbrook {
 
 /// Makes the windows look as the desktop wants, light or dark, from now on and through its changes,
-/// and lets screen readers find what is drawn. One for the process; needs the application object.
+/// and lets screen readers find what is drawn. What Qt itself says, in its file dialogue, is in
+/// Chinese like the rest where its translations are installed. One for the process; needs the
+/// application object.
 class DesktopLook {
 public:
     DesktopLook();
@@ -13,6 +17,7 @@ public:
 private:
     bool isDarkByDefault; // what the desktop's own palette says, for want of a portal
     PortalAppearance portal;
+    QTranslator qtTexts{};
 };
 
 } // namespace quillbrook

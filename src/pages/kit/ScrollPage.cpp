@@ -17,10 +17,4 @@ ScrollPage::ScrollPage(Spacing spacing, QWidget* parent) : QScrollArea(parent)
     setWidget(inside);
 }
 
-int ScrollPage::fullHeight(int width) const
-{
-    return content->hasHeightForWidth() ? content->totalHeightForWidth(width)
-                                        : content->totalSizeHint().height();
-}
-
 } // namespace quillbrook

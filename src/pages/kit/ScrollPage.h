@@ -20,9 +20,6 @@ public:
 
     QVBoxLayout* column() { return content; }
 
-    /// The height at which nothing scrolls, at a given width.
-    int fullHeight(int width) const;
-
 private:
     QVBoxLayout* content;
 };

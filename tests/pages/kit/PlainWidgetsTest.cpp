@@ -117,7 +117,7 @@ TEST(ScrollPageTest, ScrollsOnlyDownwards)
     }
     page.resize(300, 120);
     page.show();
-    EXPECT_EQ(page.fullHeight(300), 2 * 100 + 20 + 2 * 24);
+    EXPECT_EQ(page.widget()->height(), 2 * 100 + 20 + 2 * 24);
     EXPECT_EQ(page.horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
     EXPECT_EQ(page.widget()->width(), page.viewport()->width());
 }
