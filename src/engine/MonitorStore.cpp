@@ -229,8 +229,8 @@ void MonitorStore::removeDoubledSessions()
         WHERE EXISTS (
             SELECT 1 FROM app_sessions s1
             WHERE s1.started_at BETWEEN s2.started_at - 6 AND s2.started_at + 6
-              AND ABS(s1.started_at - s2.started_at) < 5
-              AND s1.app_name = s2.app_name AND s1.id < s2.id
+              AND s1.id < s2.id AND ABS(s1.started_at - s2.started_at) < 5
+              AND s1.app_name = s2.app_name
         )
         UNION ALL
         SELECT MAX(odd.id, other.id) FROM app_sessions odd

@@ -4,6 +4,8 @@
 #include "base/Utc8Day.h"
 #include "base/WholeNumber.h"
 
+#include <cmath>
+
 namespace quillbrook {
 
 const std::string dayStartSql
@@ -183,7 +185,10 @@ std::int64_t alertDays(AlertsPeriod period)
 
 double bjTodayStartUTC(double now)
 {
-    return utc8DayStart(utc8DayNumber(now));
+    // Not by the day's number, whose whole part is a day too late before 1970.
+    constexpr auto kOffset = static_cast<double>(kUtc8OffsetSec);
+    constexpr auto kDay = static_cast<double>(kDaySec);
+    return std::floor((now + kOffset) / kDay) * kDay - kOffset;
 }
 
 std::int64_t maxHour(FocusPeriod period, double now)

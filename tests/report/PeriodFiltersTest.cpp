@@ -151,6 +151,8 @@ TEST_F(PeriodFiltersTest, FocusEndsAtThePresentHourOfToday)
     EXPECT_EQ(maxHour(FocusPeriod::today, kMidnight + 1800), 0);
     EXPECT_EQ(maxHour(FocusPeriod::today, kMidnight + 3600), 1);
     EXPECT_EQ(maxHour(FocusPeriod::today, kMidnight - 0.5), 23);
+    EXPECT_EQ(maxHour(FocusPeriod::today, -28801), 23) << "before 1970";
+    EXPECT_EQ(maxHour(FocusPeriod::today, -100800), 4);
     EXPECT_EQ(maxHour(FocusPeriod::yesterday, kMidnight), 23);
     EXPECT_EQ(maxHour(FocusPeriod::all, kMidnight), 23);
 }
