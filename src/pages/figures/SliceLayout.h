@@ -1,6 +1,6 @@
 #pragma once
 
-#include "pages/figures/Geometry.h"
+#include "pages/marks/Geometry.h"
 
 #include <span>
 #include <vector>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/SystemColor.h"
-#include "pages/figures/Geometry.h"
+#include "pages/marks/Geometry.h"
 #include "report/ReportRecords.h"
 
 #include <cstdint>

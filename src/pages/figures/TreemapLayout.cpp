@@ -22,12 +22,6 @@ std::size_t rankOf(const std::vector<AppUsage>& sorted, const std::string& appNa
     return found == sorted.end() ? 0 : static_cast<std::size_t>(found - sorted.begin());
 }
 
-bool contains(const Rect& rect, Point point)
-{
-    return point.x >= rect.x && point.x < rect.x + rect.width && point.y >= rect.y
-        && point.y < rect.y + rect.height;
-}
-
 } // namespace
 
 std::vector<Cell> computeCells(std::span<const AppUsage> apps, Size size)

@@ -2,7 +2,7 @@
 
 #include "base/Color.h"
 #include "base/SystemColor.h"
-#include "pages/figures/Geometry.h"
+#include "pages/marks/Geometry.h"
 #include "report/ReportRecords.h"
 
 #include <cstddef>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "pages/figures/FigureContent.h"
-#include "pages/figures/Geometry.h"
+#include "pages/marks/FigureContent.h"
+#include "pages/marks/Geometry.h"
 #include "pages/kit/FigureCard.h"
 #include "platform/qt/QtText.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "pages/figures/FigureContent.h"
+#include "pages/marks/FigureContent.h"
 #include "pages/kit/FigureCard.h"
 
 #include <QList>
