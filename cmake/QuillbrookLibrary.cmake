@@ -43,6 +43,24 @@ function(quillbrook_library name)
   set_property(GLOBAL APPEND PROPERTY QUILLBROOK_LAYERS "${line}")
 endfunction()
 
+# A program beside a library in the same folder: its sources see the folders of its own DEPENDS.
+function(quillbrook_program name)
+  cmake_parse_arguments(ARG "" "" "DEPENDS;SOURCES" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE ${ARG_DEPENDS} quillbrook_warnings)
+  cmake_path(RELATIVE_PATH CMAKE_CURRENT_SOURCE_DIR
+    BASE_DIRECTORY ${PROJECT_SOURCE_DIR}/src OUTPUT_VARIABLE folder)
+  set(seen "")
+  foreach(dependency ${ARG_DEPENDS})
+    get_property(its_folder GLOBAL PROPERTY QUILLBROOK_FOLDER_OF_${dependency})
+    list(APPEND seen ${its_folder})
+  endforeach()
+  list(JOIN seen " " line)
+  foreach(source ${ARG_SOURCES})
+    set_property(GLOBAL APPEND PROPERTY QUILLBROOK_LAYERS "${folder}/${source} ${line}")
+  endforeach()
+endfunction()
+
 # The test that no source file includes against the order of the folders.
 function(quillbrook_check_layers)
   get_property(layers GLOBAL PROPERTY QUILLBROOK_LAYERS)

@@ -6,15 +6,18 @@ class Accessibility;
 class BundleValues;
 class ChildProcess;
 class Clock;
+class DesktopAppearance;
 class Directories;
 class HostFacts;
 class HumanInput;
+class IdleMemory;
 class InputSource;
 class KernelFigures;
 class KeyCounting;
 class LocaleText;
 class LoginItem;
 class MainLoop;
+class Notices;
 class TimeZone;
 class UserDefaults;
 class WorkQueues;
@@ -39,6 +42,9 @@ struct Platform {
     LoginItem& loginItem;
     const TimeZone& timeZone;
     const HostFacts& hostFacts;
+    DesktopAppearance& appearance;
+    IdleMemory& idleMemory;
+    Notices& notices;
 };
 
 } // namespace quillbrook

@@ -17,7 +17,8 @@ void AppDelegate::launch()
 {
     flow.applicationDidFinishLaunching();
     menuVM = std::make_unique<MenuBarVM>(platform);
-    menuBar = std::make_unique<MenuBar>(*menuVM, [this](MenuAction action) { perform(action); });
+    menuBar = std::make_unique<MenuBar>(
+        *menuVM, platform.notices, [this](MenuAction action) { perform(action); });
     menuBar->show();
 }
 
@@ -48,7 +49,7 @@ void AppDelegate::patchAboutMenuItem()
 void AppDelegate::showPage(std::optional<NavTab> tab)
 {
     if (!look) {
-        look = std::make_unique<DesktopLook>();
+        look = std::make_unique<DesktopLook>(platform.appearance);
     }
     dashboard.show(tab);
 }

@@ -1,7 +1,7 @@
 #include "shell/DashboardWindowController.h"
 
+#include "platform/IdleMemory.h"
 #include "platform/MainLoop.h"
-#include "platform/linux/IdleMemory.h"
 #include "report/DataProvider.h"
 #include "shell/ContentView.h"
 #include "shell/DashboardWindow.h"
@@ -71,7 +71,7 @@ void DashboardWindowController::makeWindow()
     auto* content = new ContentView(*contentProvider, updateHeartbeat);
     window = std::make_unique<DashboardWindow>(content, platform.userDefaults, [this] {
         postPolicy(ActivationPolicy::accessory);
-        platform.mainLoop.post(giveBackIdleMemory);
+        platform.mainLoop.post([&memory = platform.idleMemory] { memory.giveBack(); });
     });
 }
 

@@ -8,17 +8,16 @@
 
 namespace quillbrook {
 
-DesktopLook::DesktopLook()
+DesktopLook::DesktopLook(DesktopAppearance& appearance)
     : isDarkByDefault(Look::isDark(QApplication::palette()))
-    , portal([this](const PortalAppearance::Appearance& appearance) {
-        Look::apply(appearance.isDark.value_or(isDarkByDefault), appearance.accent);
-    })
 {
     installAccessibleViews();
-    Look::apply(isDarkByDefault, std::nullopt);
     if (qtTexts.load("qtbase_zh_CN", QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
         QCoreApplication::installTranslator(&qtTexts);
     }
+    wishes = appearance.observe([this](const Appearance& wish) {
+        Look::apply(wish.isDark.value_or(isDarkByDefault), wish.accent);
+    });
 }
 
 } // namespace quillbrook

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/PortalAppearance.h"
+#include "platform/DesktopAppearance.h"
 
 #include <QTranslator>
 
@@ -12,12 +12,12 @@ namespace quillbrook {
 /// application object.
 class DesktopLook {
 public:
-    DesktopLook();
+    explicit DesktopLook(DesktopAppearance& appearance);
 
 private:
-    bool isDarkByDefault; // what the desktop's own palette says, for want of a portal
-    PortalAppearance portal;
+    bool isDarkByDefault; // what the desktop's own palette says, for want of a wish
     QTranslator qtTexts{};
+    Subscription wishes;
 };
 
 } // namespace quillbrook

@@ -1,6 +1,6 @@
 #include "shell/MenuBar.h"
 
-#include "platform/linux/Notice.h"
+#include "platform/Notices.h"
 #include "platform/qt/QtText.h"
 #include "shell/MenuBarIcon.h"
 
@@ -11,8 +11,9 @@
 
 namespace quillbrook {
 
-MenuBar::MenuBar(MenuBarVM& model, std::function<void(MenuAction)> perform)
+MenuBar::MenuBar(MenuBarVM& model, Notices& notices, std::function<void(MenuAction)> perform)
     : model(model)
+    , notices(notices)
     , perform(std::move(perform))
 {
     addActions();
@@ -39,7 +40,7 @@ MenuBar::MenuBar(MenuBarVM& model, std::function<void(MenuAction)> perform)
 void MenuBar::show()
 {
     if (!hasTray()) {
-        notice("no tray for the menu; starting the program again opens its window");
+        notices.tell("no tray for the menu; starting the program again opens its window");
     }
     icon.show();
 }

@@ -15,19 +15,22 @@
 
 namespace quillbrook {
 
+class Notices;
+
 /// The program's one always-visible face: today's active time in the tray, and its menu, on a click
 /// of either button. Main thread only; needs the application object.
 class MenuBar final : public QObject {
     Q_OBJECT
 
 public:
-    /// `perform` does what the entries of the menu promise. `model` outlives the menu bar.
-    MenuBar(MenuBarVM& model, std::function<void(MenuAction)> perform);
+    /// `perform` does what the entries of the menu promise. `model` and `notices` outlive the menu
+    /// bar.
+    MenuBar(MenuBarVM& model, Notices& notices, std::function<void(MenuAction)> perform);
 
     MenuBar(const MenuBar&) = delete;
     MenuBar& operator=(const MenuBar&) = delete;
 
-    /// Puts the icon into the tray, also into one that comes later. Says so on standard error when
+    /// Puts the icon into the tray, also into one that comes later. A notice says so when
     /// there is none now.
     void show();
 
@@ -43,6 +46,7 @@ private:
     void updateMenu();
 
     MenuBarVM& model;
+    Notices& notices;
     std::function<void(MenuAction)> perform;
     QMenu menu{}; // outlives the icon, which shows it
     QSystemTrayIcon icon{};

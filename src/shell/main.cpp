@@ -1,6 +1,6 @@
+#include "platform/linux/BusInstance.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "shell/AppDelegate.h"
-#include "shell/SingleInstance.h"
 
 #include <QApplication>
 
@@ -27,7 +27,7 @@ int main(int argc, char** argv)
     // A reader of our output that is gone must not end the recording.
     std::signal(SIGPIPE, SIG_IGN);
 
-    quillbrook::SingleInstance instance;
+    quillbrook::BusInstance instance;
     if (instance.handOver()) {
         return 0;
     }

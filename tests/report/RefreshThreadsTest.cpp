@@ -105,7 +105,10 @@ protected:
             .directories = p.directories,
             .loginItem = p.loginItem,
             .timeZone = p.timeZone,
-            .hostFacts = p.hostFacts};
+            .hostFacts = p.hostFacts,
+            .appearance = p.appearance,
+            .idleMemory = p.idleMemory,
+            .notices = p.notices};
     }
 
     ThreadedMainLoop loop{};

@@ -252,8 +252,10 @@ TEST_F(DashboardTest, ShowsTheProgramWhileItIsOpen)
     EXPECT_EQ(application.activationPolicy(), ActivationPolicy::regular);
     settle();
     EXPECT_EQ(application.activationPolicy(), ActivationPolicy::accessory);
+    EXPECT_EQ(machine.idleMemory.givenBackCount(), 1);
     show();
     EXPECT_EQ(application.activationPolicy(), ActivationPolicy::regular);
+    EXPECT_EQ(machine.idleMemory.givenBackCount(), 1);
 }
 
 TEST_F(DashboardTest, KeepsItsFrameFromRunToRun)

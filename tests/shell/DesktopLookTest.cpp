@@ -1,8 +1,10 @@
 #include "shell/DesktopLook.h"
+#include "pages/kit/Look.h"
+#include "platform/virtual/VirtualAppearance.h"
 
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
+#include <QApplication>
 
 namespace quillbrook {
 namespace {
@@ -11,10 +13,28 @@ TEST(DesktopLookTest, WhatQtSaysIsChineseAsLongAsTheLookStands)
 {
     const auto button = [] { return QCoreApplication::translate("QPlatformTheme", "Save"); };
     {
-        const DesktopLook look;
+        VirtualAppearance appearance;
+        const DesktopLook look(appearance);
         EXPECT_EQ(button(), "保存");
     }
     EXPECT_EQ(button(), "Save");
+}
+
+TEST(DesktopLookTest, FollowsTheDesktopsWishes)
+{
+    const auto isDark = [] { return Look::isDark(QApplication::palette()); };
+    VirtualAppearance appearance;
+    {
+        const DesktopLook look(appearance);
+        EXPECT_FALSE(isDark());
+        appearance.setWish({.isDark = true, .accent = Color{1, 2, 3}});
+        EXPECT_TRUE(isDark());
+        EXPECT_EQ(Look::accent(QApplication::palette()), QColor(1, 2, 3));
+        appearance.setWish({});
+        EXPECT_FALSE(isDark());
+    }
+    appearance.setWish({.isDark = true});
+    EXPECT_FALSE(isDark()); // nobody looks any longer
 }
 
 } // namespace

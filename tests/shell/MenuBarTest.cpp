@@ -48,7 +48,7 @@ protected:
 TEST_F(MenuBarTest, TheMenuAndTheTipFollowTheModel)
 {
     MenuBarVM model(machine.platform());
-    const MenuBar menuBar(model, [](MenuAction) {});
+    const MenuBar menuBar(model, machine.notices, [](MenuAction) {});
     EXPECT_THAT(titles(menuBar),
         ElementsAre("Alerts：0", "Hours：--", "-", "刷新数据", "-", "开机自启：关", "退出"));
     EXPECT_EQ(menuBar.toolTip().toStdString(), "--");
@@ -68,7 +68,7 @@ TEST_F(MenuBarTest, TheMenuAndTheTipFollowTheModel)
 TEST_F(MenuBarTest, TheLoginItemIsAskedEachTimeTheMenuComesUp)
 {
     MenuBarVM model(machine.platform());
-    const MenuBar menuBar(model, [](MenuAction) {});
+    const MenuBar menuBar(model, machine.notices, [](MenuAction) {});
     machine.loginItem.setEnabled(true);
     emit const_cast<QMenu&>(menuBar.shownMenu()).aboutToShow();
     EXPECT_THAT(titles(menuBar), testing::Contains("开机自启：开"));
@@ -78,7 +78,8 @@ TEST_F(MenuBarTest, EachEntryPerformsItsAction)
 {
     MenuBarVM model(machine.platform());
     std::vector<MenuAction> performed;
-    const MenuBar menuBar(model, [&](MenuAction action) { performed.push_back(action); });
+    const MenuBar menuBar(
+        model, machine.notices, [&](MenuAction action) { performed.push_back(action); });
     for (QAction* entry : menuBar.shownMenu().actions()) {
         if (entry->isVisible()) {
             entry->trigger();
@@ -87,6 +88,14 @@ TEST_F(MenuBarTest, EachEntryPerformsItsAction)
     using enum MenuAction;
     EXPECT_THAT(performed,
         ElementsAre(showAlerts, showToday, refresh, toggleLoginItem, quit)); // no tokens, no entry
+}
+
+TEST_F(MenuBarTest, SaysTheWayInWhenThereIsNoTray)
+{
+    MenuBarVM model(machine.platform());
+    MenuBar menuBar(model, machine.notices, [](MenuAction) {});
+    menuBar.show();
+    EXPECT_THAT(machine.notices.told(), ElementsAre(testing::HasSubstr("no tray for the menu")));
 }
 
 TEST_F(MenuBarTest, TheIconHasAllSizesAndAPlateOfItsOwn)

@@ -11,9 +11,12 @@
 #include "platform/linux/LinuxWorkspace.h"
 #include "platform/linux/Logind.h"
 #include "platform/linux/Notifications.h"
+#include "platform/linux/PortalAppearance.h"
+#include "platform/linux/ProcIdleMemory.h"
 #include "platform/linux/ProcKernelFigures.h"
 #include "platform/linux/ScreenSaverSignals.h"
 #include "platform/linux/ScreensAsleep.h"
+#include "platform/linux/StderrNotices.h"
 #include "platform/linux/X11Connection.h"
 #include "platform/linux/X11Dpms.h"
 #include "platform/linux/X11HumanInput.h"
@@ -103,6 +106,9 @@ struct LinuxPlatform::Parts {
     LinuxBundleValues bundleValues{};
     SystemTimeZone timeZone{};
     LinuxHostFacts hostFacts{};
+    PortalAppearance appearance{};
+    ProcIdleMemory idleMemory{};
+    StderrNotices notices{};
     AutostartLoginItem loginItem{AutostartLoginItem::ofThisUser(bundleValues.bundlePath())};
     ProcKernelFigures kernelFigures{};
 
@@ -156,7 +162,10 @@ Platform LinuxPlatform::platform()
         .directories = parts->directories,
         .loginItem = parts->loginItem,
         .timeZone = parts->timeZone,
-        .hostFacts = parts->hostFacts};
+        .hostFacts = parts->hostFacts,
+        .appearance = parts->appearance,
+        .idleMemory = parts->idleMemory,
+        .notices = parts->notices};
 }
 
 } // namespace quillbrook

@@ -54,8 +54,16 @@ std::optional<Color> colorOf(const QVariant& value)
 
 } // namespace
 
-PortalAppearance::PortalAppearance(std::function<void(const Appearance&)> changed)
-    : changed(std::move(changed))
+Subscription PortalAppearance::observe(std::function<void(const Appearance&)> changed)
+{
+    if (!std::exchange(isConnected, true)) {
+        connectToPortal();
+    }
+    changed(appearance.get());
+    return appearance.observe(std::move(changed));
+}
+
+void PortalAppearance::connectToPortal()
 {
     if (sessionBusAddress().isEmpty()) {
         return;
@@ -89,15 +97,16 @@ void PortalAppearance::settingChanged(
 void PortalAppearance::take(const QString& key, const QVariant& value)
 {
     const QVariant plain = unwrapped(value);
+    Appearance next = appearance.get();
     if (key == kColorScheme) {
         const uint scheme = plain.toUInt(); // 0: no preference, 1: dark, 2: light
-        appearance.isDark = scheme == 0 ? std::nullopt : std::optional(scheme == 1);
+        next.isDark = scheme == 0 ? std::nullopt : std::optional(scheme == 1);
     } else if (key == kAccentColor) {
-        appearance.accent = colorOf(plain);
+        next.accent = colorOf(plain);
     } else {
         return;
     }
-    changed(appearance);
+    appearance.set(next);
 }
 
 } // namespace quillbrook

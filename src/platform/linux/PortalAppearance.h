@@ -1,39 +1,32 @@
 #pragma once
 
-#include "base/Color.h"
+#include "platform/DesktopAppearance.h"
 
 #include <QDBusVariant>
 #include <QObject>
 
 #include <functional>
-#include <optional>
 
 namespace quillbrook {
 
-/// Whether the desktop is dark, and its accent colour, as the settings portal of the session bus
-/// tells. Without a portal nothing is ever told. Main thread only.
-class PortalAppearance final : public QObject {
+/// What the settings portal of the session bus tells; it is asked at the first observer, as only
+/// windows want to know. Without a portal nothing is ever told.
+class PortalAppearance final : public QObject, public DesktopAppearance {
     Q_OBJECT
 
 public:
-    /// What the desktop tells of its look; empty where it has no preference.
-    struct Appearance {
-        std::optional<bool> isDark{};
-        std::optional<Color> accent{};
-    };
-
-    /// Calls `changed` when the portal has answered and at each change.
-    explicit PortalAppearance(std::function<void(const Appearance&)> changed);
+    Subscription observe(std::function<void(const Appearance&)> changed) override;
 
 private Q_SLOTS:
     void settingChanged(const QString& space, const QString& key, const QDBusVariant& value);
 
 private:
+    void connectToPortal();
     void ask(const QString& key);
     void take(const QString& key, const QVariant& value);
 
-    Appearance appearance{};
-    std::function<void(const Appearance&)> changed;
+    bool isConnected = false;
+    Property<Appearance> appearance{};
 };
 
 } // namespace quillbrook

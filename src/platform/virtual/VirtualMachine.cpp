@@ -31,7 +31,10 @@ Platform VirtualMachine::platform()
         .directories = directories,
         .loginItem = loginItem,
         .timeZone = timeZone,
-        .hostFacts = hostFacts};
+        .hostFacts = hostFacts,
+        .appearance = appearance,
+        .idleMemory = idleMemory,
+        .notices = notices};
 }
 
 void VirtualMachine::bringToFront(std::string name, std::string bundleIdentifier)

@@ -3,18 +3,21 @@
 #include "platform/Platform.h"
 #include "platform/virtual/OutsideCalls.h"
 #include "platform/virtual/VirtualAccessibility.h"
+#include "platform/virtual/VirtualAppearance.h"
 #include "platform/virtual/VirtualBundleValues.h"
 #include "platform/virtual/VirtualChildProcess.h"
 #include "platform/virtual/VirtualClock.h"
 #include "platform/virtual/VirtualDirectories.h"
 #include "platform/virtual/VirtualHostFacts.h"
 #include "platform/virtual/VirtualHumanInput.h"
+#include "platform/virtual/VirtualIdleMemory.h"
 #include "platform/virtual/VirtualInputSource.h"
 #include "platform/virtual/VirtualKernelFigures.h"
 #include "platform/virtual/VirtualKeyCounting.h"
 #include "platform/virtual/VirtualLocaleText.h"
 #include "platform/virtual/VirtualLoginItem.h"
 #include "platform/virtual/VirtualMainLoop.h"
+#include "platform/virtual/VirtualNotices.h"
 #include "platform/virtual/VirtualTimeVfs.h"
 #include "platform/virtual/VirtualTimeZone.h"
 #include "platform/virtual/VirtualUserDefaults.h"
@@ -64,6 +67,9 @@ public:
     VirtualLoginItem loginItem{};
     VirtualTimeZone timeZone{};
     VirtualHostFacts hostFacts{};
+    VirtualAppearance appearance{};
+    VirtualIdleMemory idleMemory{};
+    VirtualNotices notices{};
 
 private:
     VirtualTimeVfs timeVfs{clock};

@@ -1,4 +1,4 @@
-#include "platform/linux/IdleMemory.h"
+#include "platform/linux/ProcIdleMemory.h"
 
 #include <malloc.h>
 #include <sys/mman.h>
@@ -44,7 +44,7 @@ void dropPages(std::string_view line)
 
 } // namespace
 
-void giveBackIdleMemory()
+void ProcIdleMemory::giveBack()
 {
     std::ifstream mappings("/proc/self/maps");
     std::string line;

@@ -1,4 +1,4 @@
-#include "shell/SingleInstance.h"
+#include "platform/linux/BusInstance.h"
 
 #include "platform/linux/Bus.h"
 
@@ -30,7 +30,7 @@ QVariantMap activationTokens()
 
 } // namespace
 
-SingleInstance::SingleInstance() : bus(kConnection)
+BusInstance::BusInstance() : bus(kConnection)
 {
     const QString address = sessionBusAddress();
     if (address.isEmpty()) {
@@ -44,12 +44,12 @@ SingleInstance::SingleInstance() : bus(kConnection)
     hasName = bus.registerService(kName);
 }
 
-SingleInstance::~SingleInstance()
+BusInstance::~BusInstance()
 {
     QDBusConnection::disconnectFromBus(kConnection);
 }
 
-bool SingleInstance::handOver() const
+bool BusInstance::handOver()
 {
     if (hasName || !bus.isConnected()) {
         return false;
@@ -61,7 +61,7 @@ bool SingleInstance::handOver() const
     return bus.call(call, QDBus::Block, kAnswerTimeoutMs).type() == QDBusMessage::ReplyMessage;
 }
 
-void SingleInstance::Activate(const QVariantMap&)
+void BusInstance::Activate(const QVariantMap&)
 {
     reopened();
 }

@@ -1,4 +1,4 @@
-#include "platform/linux/IdleMemory.h"
+#include "platform/linux/ProcIdleMemory.h"
 #include "support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
@@ -54,21 +54,21 @@ private:
     void* memory = nullptr;
 };
 
-TEST(IdleMemory, DropsThePagesOfFontsWhichStayReadable)
+TEST(ProcIdleMemory, DropsThePagesOfFontsWhichStayReadable)
 {
     const TemporaryDirectory directory;
     const ReadFile font(directory.path() / "a.ttc");
     ASSERT_EQ(font.residentBytes(), kBytes);
-    giveBackIdleMemory();
+    ProcIdleMemory().giveBack();
     EXPECT_EQ(font.residentBytes(), 0U);
     EXPECT_EQ(font.sum(), kBytes);
 }
 
-TEST(IdleMemory, LeavesOtherFilesAlone)
+TEST(ProcIdleMemory, LeavesOtherFilesAlone)
 {
     const TemporaryDirectory directory;
     const ReadFile library(directory.path() / "a.so");
-    giveBackIdleMemory();
+    ProcIdleMemory().giveBack();
     EXPECT_EQ(library.residentBytes(), kBytes);
 }
 

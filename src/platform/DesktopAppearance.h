@@ -1,0 +1,29 @@
+#pragma once
+
+#include "base/Color.h"
+#include "base/Property.h"
+
+#include <functional>
+#include <optional>
+
+namespace quillbrook {
+
+/// How the desktop wants windows to look; empty where it has no preference or tells none.
+struct Appearance {
+    std::optional<bool> isDark{};
+    std::optional<Color> accent{};
+
+    bool operator==(const Appearance&) const = default;
+};
+
+/// The desktop's wishes for all windows. Main thread only.
+class DesktopAppearance {
+public:
+    virtual ~DesktopAppearance() = default;
+
+    /// Calls `changed` with what is known now, and at each change as long as the subscription
+    /// lives. macOS: the application's effective appearance; Linux: the settings portal.
+    [[nodiscard]] virtual Subscription observe(std::function<void(const Appearance&)> changed) = 0;
+};
+
+} // namespace quillbrook

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/SingleInstance.h"
+
+#include <QDBusConnection>
+#include <QObject>
+#include <QVariantMap>
+
+#include <functional>
+#include <utility>
+
+namespace quillbrook {
+
+/// The first owns our name on the session bus.
+class BusInstance final : public QObject, public SingleInstance {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
+
+public:
+    /// Claims the name. Before the application object is made, and before any file is touched.
+    BusInstance();
+    ~BusInstance() override;
+
+    BusInstance(const BusInstance&) = delete;
+    BusInstance& operator=(const BusInstance&) = delete;
+
+    bool handOver() override;
+    void onReopen(std::function<void()> body) override { reopened = std::move(body); }
+
+public Q_SLOTS:
+    Q_SCRIPTABLE void Activate(const QVariantMap& platformData); // NOLINT: the interface's name
+
+private:
+    QDBusConnection bus;
+    bool hasName = false;
+    std::function<void()> reopened = [] {};
+};
+
+} // namespace quillbrook

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/DesktopAppearance.h"
+
+#include <utility>
+
+namespace quillbrook {
+
+/// A desktop that wishes for no look until it is told to.
+class VirtualAppearance final : public DesktopAppearance {
+public:
+    Subscription observe(std::function<void(const Appearance&)> changed) override
+    {
+        changed(wish.get());
+        return wish.observe(std::move(changed));
+    }
+
+    void setWish(const Appearance& newWish) { wish.set(newWish); }
+
+private:
+    Property<Appearance> wish{};
+};
+
+} // namespace quillbrook
