@@ -17,18 +17,28 @@ class Property {
 public:
     using Observer = std::function<void(const T&)>;
 
-    explicit Property(T initial = {}) : value(std::move(initial)) {}
+    explicit Property(T initial = {}) : state(std::make_shared<State>(std::move(initial))) {}
 
-    const T& get() const { return value; }
+    Property(const Property&) = delete;
+    Property& operator=(const Property&) = delete;
+    ~Property() { state->isDropped = true; }
 
+    const T& get() const { return state->value; }
+
+    /// An observer may observe and drop meanwhile, the property itself included, which ends the
+    /// round.
     void set(T next)
     {
-        value = std::move(next);
-        std::erase_if(observers, [](const auto& observer) { return observer.expired(); });
-        const auto present = observers; // an observer may add or drop observers
+        const auto kept = state; // outlives the property until the round is over
+        kept->value = std::move(next);
+        std::erase_if(kept->observers, [](const auto& observer) { return observer.expired(); });
+        const auto present = kept->observers;
         for (const auto& weakObserver : present) {
+            if (kept->isDropped) {
+                return;
+            }
             if (const auto observer = weakObserver.lock()) {
-                (*observer)(value);
+                (*observer)(kept->value);
             }
         }
     }
@@ -37,13 +47,20 @@ public:
     [[nodiscard]] Subscription observe(Observer observer)
     {
         auto owned = std::make_shared<Observer>(std::move(observer));
-        observers.push_back(owned);
+        state->observers.push_back(owned);
         return owned;
     }
 
 private:
-    T value;
-    std::vector<std::weak_ptr<Observer>> observers{};
+    struct State {
+        explicit State(T initial) : value(std::move(initial)) {}
+
+        T value;
+        std::vector<std::weak_ptr<Observer>> observers{};
+        bool isDropped = false;
+    };
+
+    std::shared_ptr<State> state;
 };
 
 } // namespace quillbrook

@@ -13,13 +13,28 @@ OpenedConnection openConnection(const std::string& path, int flags)
     return {Connection(connection), result};
 }
 
-Statement prepare(sqlite3* connection, const std::string& sql)
+Statement prepare(sqlite3* connection, std::string_view sql)
 {
     sqlite3_stmt* statement = nullptr;
     if (connection != nullptr) {
-        sqlite3_prepare_v2(connection, sql.c_str(), -1, &statement, nullptr);
+        sqlite3_prepare_v2(
+            connection, sql.data(), static_cast<int>(sql.size()), &statement, nullptr);
     }
     return Statement(statement);
+}
+
+int columnNumber(const Statement& statement, std::string_view name)
+{
+    if (!statement) {
+        return -1;
+    }
+    for (int i = sqlite3_column_count(statement.get()) - 1; i >= 0; --i) {
+        const char* itsName = sqlite3_column_name(statement.get(), i);
+        if (itsName != nullptr && name == itsName) {
+            return i;
+        }
+    }
+    return -1;
 }
 
 std::string_view storedText(sqlite3_value* value)

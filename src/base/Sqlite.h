@@ -2,9 +2,11 @@
 
 #include <sqlite3.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace quillbrook {
 
@@ -33,7 +35,11 @@ struct OpenedConnection {
 OpenedConnection openConnection(const std::string& path, int flags);
 
 /// Prepares `sql`; empty when SQLite refuses it or `connection` is null.
-Statement prepare(sqlite3* connection, const std::string& sql);
+Statement prepare(sqlite3* connection, std::string_view sql);
+
+/// The number by which a column of the result is read: the last of that name; -1 when there is
+/// none, or no statement.
+int columnNumber(const Statement& statement, std::string_view name);
 
 /// The text in a value that holds one, up to its first NUL, well formed or not. Valid as long as
 /// the value.
@@ -41,5 +47,22 @@ std::string_view storedText(sqlite3_value* value);
 
 /// The text of a column of the present row, empty for NULL. Valid until the next step.
 std::string_view columnText(const Statement& statement, int column);
+
+/// A transaction from here to the end of the scope: what is written in it is there whole, or, when
+/// the process dies meanwhile, not at all.
+class Transaction {
+public:
+    /// Runs one statement on a writing connection, and sees to its failure.
+    using Exec = std::function<void(const std::string& sql)>;
+
+    explicit Transaction(Exec exec) : exec(std::move(exec)) { this->exec("BEGIN"); }
+    ~Transaction() { exec("COMMIT"); }
+
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+
+private:
+    Exec exec;
+};
 
 } // namespace quillbrook

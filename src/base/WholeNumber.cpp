@@ -5,9 +5,14 @@
 
 namespace quillbrook {
 
+namespace {
+
+constexpr double kLimit = 9223372036854775808.0; // 2^63
+
+} // namespace
+
 std::int64_t wholeNumber(double value)
 {
-    constexpr double kLimit = 9223372036854775808.0;
     if (std::isnan(value)) {
         return 0;
     }
@@ -18,6 +23,11 @@ std::int64_t wholeNumber(double value)
         return std::numeric_limits<std::int64_t>::min();
     }
     return static_cast<std::int64_t>(value);
+}
+
+bool isWithinWholeNumbers(double value)
+{
+    return value >= -kLimit && value < kLimit;
 }
 
 } // namespace quillbrook

@@ -8,4 +8,8 @@ namespace quillbrook {
 /// when it is no number. For figures out of files, which may hold anything.
 std::int64_t wholeNumber(double value);
 
+/// Whether `value` with its fraction cut off is a whole number of 64 bits; not when it is no
+/// number.
+bool isWithinWholeNumbers(double value);
+
 } // namespace quillbrook

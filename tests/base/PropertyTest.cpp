@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <memory>
+#include <string>
 #include <vector>
 
 namespace quillbrook {
@@ -43,6 +45,21 @@ TEST(Property, ObserversMayObserveAndDropMeanwhile)
     EXPECT_EQ(told, 0);
     property.set(2);
     EXPECT_EQ(told, 1);
+}
+
+TEST(Property, AnObserverMayDropThePropertyItself)
+{
+    auto property = std::make_unique<Property<std::string>>();
+    std::string told;
+    int toldLater = 0;
+    const Subscription first = property->observe([&](const std::string& value) {
+        property.reset();
+        told = value;
+    });
+    const Subscription second = property->observe([&](const std::string&) { ++toldLater; });
+    property->set("a text that is too long to lie within the string itself");
+    EXPECT_EQ(told, "a text that is too long to lie within the string itself");
+    EXPECT_EQ(toldLater, 0);
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 namespace quillbrook {
 namespace {
@@ -22,6 +23,28 @@ TEST(Prepare, IsEmptyForWhatIsNoStatement)
     const auto opened = openConnection(":memory:", SQLITE_OPEN_READWRITE);
     EXPECT_FALSE(prepare(opened.connection.get(), "SELEKT 1"));
     EXPECT_FALSE(prepare(nullptr, "SELECT 1"));
+}
+
+TEST(ColumnNumber, IsThatOfTheLastColumnOfTheName)
+{
+    const auto opened = openConnection(":memory:", SQLITE_OPEN_READWRITE);
+    const Statement statement = prepare(opened.connection.get(), "SELECT 1 a, 2 b, 3 a");
+    EXPECT_EQ(columnNumber(statement, "a"), 2);
+    EXPECT_EQ(columnNumber(statement, "b"), 1);
+    EXPECT_EQ(columnNumber(statement, "c"), -1);
+    EXPECT_EQ(columnNumber(Statement(), "a"), -1);
+}
+
+TEST(Transaction, HoldsTheStatementsOfItsScope)
+{
+    std::vector<std::string> run;
+    const auto exec = [&run](const std::string& sql) { run.push_back(sql); };
+    {
+        const Transaction transaction(exec);
+        exec("INSERT");
+    }
+    exec("SELECT");
+    EXPECT_EQ(run, (std::vector<std::string>{"BEGIN", "INSERT", "COMMIT", "SELECT"}));
 }
 
 TEST(ColumnText, HoldsAllBytesAndIsEmptyForNull)
