@@ -63,11 +63,7 @@ void KeystrokeCapture::setupKeyTap()
         return;
     }
     log.log("⌨️ 已授权，启动键盘监控...");
-    platform.mainLoop.runAfter(kSetupDelaySec, [weak = std::weak_ptr(self)] {
-        if (const auto capture = weak.lock()) {
-            capture->start();
-        }
-    });
+    platform.mainLoop.runAfter(kSetupDelaySec, lifetime.whileAlive([this] { start(); }));
 }
 
 void KeystrokeCapture::start()
@@ -122,11 +118,7 @@ void KeystrokeCapture::tapFailed()
         resetStaleAccessibilityPermission();
         return;
     }
-    platform.mainLoop.runAfter(delaySec, [weak = std::weak_ptr(self)] {
-        if (const auto capture = weak.lock()) {
-            capture->tryCreateKeyTap();
-        }
-    });
+    platform.mainLoop.runAfter(delaySec, lifetime.whileAlive([this] { tryCreateKeyTap(); }));
 }
 
 void KeystrokeCapture::resetStaleAccessibilityPermission()
@@ -150,11 +142,7 @@ void KeystrokeCapture::resetStaleAccessibilityPermission()
 
 KeyCounting::KeyDownHandler KeystrokeCapture::countingHandler()
 {
-    return [weak = std::weak_ptr(self)] {
-        if (const auto capture = weak.lock()) {
-            ++capture->gKeystrokeCount;
-        }
-    };
+    return lifetime.whileAlive([this] { ++gKeystrokeCount; });
 }
 
 std::string_view KeystrokeCapture::classifyInputMethod() const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Lifetime.h"
 #include "platform/KeyCounting.h"
 #include "platform/Platform.h"
 
@@ -33,9 +34,6 @@ public:
     {
     }
 
-    KeystrokeCapture(const KeystrokeCapture&) = delete;
-    KeystrokeCapture& operator=(const KeystrokeCapture&) = delete;
-
     /// Begins to count a second from now, if the permission is there.
     void setupKeyTap();
 
@@ -64,8 +62,7 @@ private:
     std::unique_ptr<EventTap> keyTap{};
     int keyTapRetryCount = 0;
 
-    /// Owns nothing; expires with the capture, for those who hold it weakly.
-    std::shared_ptr<KeystrokeCapture> self{this, [](KeystrokeCapture*) {}};
+    Lifetime lifetime{};
 };
 
 } // namespace quillbrook

@@ -84,39 +84,27 @@ void MonitorEngine::registerObservers()
 {
     Workspace& workspace = platform.workspace;
     workspace.addObserver(WorkspaceNotification::screensDidSleep,
-        whileAlive([](MonitorEngine& engine) { engine.attention.screensDidSleep(); }));
+        lifetime.whileAlive([this] { attention.screensDidSleep(); }));
     workspace.addObserver(WorkspaceNotification::screensDidWake,
-        whileAlive([](MonitorEngine& engine) { engine.attention.screensDidWake(); }));
+        lifetime.whileAlive([this] { attention.screensDidWake(); }));
     workspace.addObserver(WorkspaceNotification::willSleep,
-        whileAlive([](MonitorEngine& engine) { engine.attention.systemWillSleep(); }));
-    workspace.addObserver(WorkspaceNotification::didWake,
-        whileAlive([](MonitorEngine& engine) { engine.attention.systemDidWake(); }));
+        lifetime.whileAlive([this] { attention.systemWillSleep(); }));
+    workspace.addObserver(
+        WorkspaceNotification::didWake, lifetime.whileAlive([this] { attention.systemDidWake(); }));
 }
 
 void MonitorEngine::scheduleTimers()
 {
     MainLoop& mainLoop = platform.mainLoop;
-    mainLoop.repeatEvery(60, whileAlive([](MonitorEngine& engine) {
-        engine.alertEngine.checkAlerts(engine.sampler.sample());
-    }));
     mainLoop.repeatEvery(
-        60, whileAlive([](MonitorEngine& engine) { engine.keystrokes.flushKeystrokesToDB(); }));
-    mainLoop.repeatEvery(1, whileAlive([](MonitorEngine& engine) {
-        if (engine.isRunning) {
-            engine.attention.attentionTick();
+        60, lifetime.whileAlive([this] { alertEngine.checkAlerts(sampler.sample()); }));
+    mainLoop.repeatEvery(60, lifetime.whileAlive([this] { keystrokes.flushKeystrokesToDB(); }));
+    mainLoop.repeatEvery(1, lifetime.whileAlive([this] {
+        if (isRunning) {
+            attention.attentionTick();
         }
     }));
-    mainLoop.repeatEvery(
-        60, whileAlive([](MonitorEngine& engine) { engine.attention.humanPresenceCheck(); }));
-}
-
-MainLoop::Block MonitorEngine::whileAlive(void (*body)(MonitorEngine&))
-{
-    return [weak = std::weak_ptr(self), body] {
-        if (const auto engine = weak.lock()) {
-            body(*engine);
-        }
-    };
+    mainLoop.repeatEvery(60, lifetime.whileAlive([this] { attention.humanPresenceCheck(); }));
 }
 
 } // namespace quillbrook

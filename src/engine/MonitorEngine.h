@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Lifetime.h"
 #include "engine/AlertEngine.h"
 #include "engine/AttentionMachine.h"
 #include "engine/KeystrokeCapture.h"
@@ -8,10 +9,7 @@
 #include "engine/MonitorStore.h"
 #include "engine/Notifier.h"
 #include "engine/SystemSampler.h"
-#include "platform/MainLoop.h"
 #include "platform/Platform.h"
-
-#include <memory>
 
 namespace quillbrook {
 
@@ -26,9 +24,6 @@ class MonitorEngine {
 public:
     explicit MonitorEngine(const Platform& platform) : platform(platform) {}
 
-    MonitorEngine(const MonitorEngine&) = delete;
-    MonitorEngine& operator=(const MonitorEngine&) = delete;
-
     /// Opens the store and begins to record; nothing if it records already. When another instance
     /// of the program runs, or the store can't be opened, the log says so and nothing is recorded;
     /// the next call tries again.
@@ -42,7 +37,6 @@ private:
     void removePidFile();
     void registerObservers();
     void scheduleTimers();
-    MainLoop::Block whileAlive(void (*body)(MonitorEngine&));
 
     Platform platform;
     MonitorFiles files{platform.directories};
@@ -55,8 +49,7 @@ private:
     KeystrokeCapture keystrokes{platform, store, notifier, log, isRunning};
     bool isRunning = false;
 
-    /// Owns nothing; expires with the engine, for those who hold it weakly.
-    std::shared_ptr<MonitorEngine> self{this, [](MonitorEngine*) {}};
+    Lifetime lifetime{};
 };
 
 } // namespace quillbrook

@@ -128,8 +128,7 @@ bool MonitorStore::hasColumn(const std::string& table, std::string_view column) 
 
 void MonitorStore::dbCreateTables()
 {
-    dbExec("BEGIN");
-
+    const Transaction whole = transaction();
     dbExec(kCreateSessions);
     if (!hasColumn("app_sessions", "close_type")) {
         dbExec("ALTER TABLE app_sessions ADD COLUMN close_type INTEGER DEFAULT 0");
@@ -166,7 +165,6 @@ void MonitorStore::dbCreateTables()
     CategoryStore::seedAppPrefixes(exec);
 
     recordBoot();
-    dbExec("COMMIT");
 }
 
 void MonitorStore::recordBoot()
@@ -191,7 +189,7 @@ void MonitorStore::recordBoot()
 
 void MonitorStore::dbRepair()
 {
-    dbExec("BEGIN");
+    const Transaction whole = transaction();
     // The newest open session has no later row to end at, and stays open: nobody knows its end.
     dbExec(R"(    UPDATE app_sessions
     SET ended_at = (
@@ -215,7 +213,6 @@ void MonitorStore::dbRepair()
         source_type = 4
     WHERE ended_at IS NULL)",
         {now, now}));
-    dbExec("COMMIT");
 }
 
 void MonitorStore::removeDoubledSessions()

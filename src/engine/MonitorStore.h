@@ -28,6 +28,12 @@ public:
     /// Runs one composed statement.
     void dbExec(const std::string& sql);
 
+    /// Holds what is written until the end of the scope together.
+    [[nodiscard]] Transaction transaction()
+    {
+        return Transaction([this](const std::string& sql) { dbExec(sql); });
+    }
+
     bool hasColumn(const std::string& table, std::string_view column) const;
 
     /// Brings the schema up to date, seeds the categories and records the boot, in one transaction.

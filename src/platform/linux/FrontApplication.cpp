@@ -116,13 +116,12 @@ void FrontApplication::hold()
     if (!x11.isUsable()) {
         return;
     }
-    mainLoop.runAfter(kHoldSec, [weak = std::weak_ptr(self), changesThen = changes] {
-        const auto front = weak.lock();
-        if (front && front->changes == changesThen) {
-            front->application = RunningApplication{
+    mainLoop.runAfter(kHoldSec, lifetime.whileAlive([this, changesThen = changes] {
+        if (changes == changesThen) {
+            application = RunningApplication{
                 .localizedName = "桌面", .bundleIdentifier = "com.apple.finder"};
         }
-    });
+    }));
 }
 
 std::optional<xcb_window_t> FrontApplication::windowNamedBy(

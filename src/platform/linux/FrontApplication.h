@@ -1,12 +1,12 @@
 #pragma once
 
+#include "base/Lifetime.h"
 #include "platform/Workspace.h"
 #include "platform/linux/WindowTraits.h"
 
 #include <xcb/xcb.h>
 
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 
@@ -57,8 +57,7 @@ private:
     std::uint64_t changes = 0; // of the front, by which a hold sees that it is over
     std::optional<RunningApplication> application{};
 
-    /// Owns nothing; expires with the object, for those who hold it weakly.
-    std::shared_ptr<FrontApplication> self{this, [](FrontApplication*) {}};
+    Lifetime lifetime{};
 };
 
 } // namespace quillbrook

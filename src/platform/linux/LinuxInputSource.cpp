@@ -36,11 +36,7 @@ void LinuxInputSource::keyWentDown()
         return;
     }
     isRefreshComing = true;
-    mainLoop.runAfter(kRefreshDelaySec, [weak = std::weak_ptr(self)] {
-        if (const auto source = weak.lock()) {
-            source->refresh();
-        }
-    });
+    mainLoop.runAfter(kRefreshDelaySec, lifetime.whileAlive([this] { refresh(); }));
 }
 
 void LinuxInputSource::refresh()

@@ -1,11 +1,10 @@
 #pragma once
 
+#include "base/Lifetime.h"
 #include "platform/InputSource.h"
 #include "platform/linux/Fcitx5InputMethod.h"
 #include "platform/linux/IBusInputMethod.h"
 #include "platform/linux/XkbLayout.h"
-
-#include <memory>
 
 namespace quillbrook {
 
@@ -35,8 +34,7 @@ private:
     XkbLayout xkb;
     bool isRefreshComing = false;
 
-    /// Owns nothing; expires with the object, for those who hold it weakly.
-    std::shared_ptr<LinuxInputSource> self{this, [](LinuxInputSource*) {}};
+    Lifetime lifetime{};
 };
 
 } // namespace quillbrook

@@ -74,11 +74,7 @@ void LaunchFlow::applicationWillTerminate()
 
 void LaunchFlow::setupAboutMenuItem()
 {
-    platform.mainLoop.post([weak = std::weak_ptr(self)] {
-        if (const auto alive = weak.lock()) {
-            alive->parts.surfaces.patchAboutMenuItem();
-        }
-    });
+    platform.mainLoop.post(lifetime.whileAlive([this] { parts.surfaces.patchAboutMenuItem(); }));
 }
 
 void LaunchFlow::checkTranslocation()
@@ -86,11 +82,7 @@ void LaunchFlow::checkTranslocation()
     if (!platform.bundleValues.bundlePath().starts_with("/Volumes/")) {
         return;
     }
-    platform.mainLoop.post([weak = std::weak_ptr(self)] {
-        if (const auto alive = weak.lock()) {
-            alive->showTranslocationAlert();
-        }
-    });
+    platform.mainLoop.post(lifetime.whileAlive([this] { showTranslocationAlert(); }));
 }
 
 void LaunchFlow::showTranslocationAlert()
@@ -124,23 +116,15 @@ void LaunchFlow::startNormalFlow()
 {
     registerLoginItemIfNeeded();
     parts.engine.start();
-    platform.mainLoop.runAfter(kDashboardDelaySec, [weak = std::weak_ptr(self)] {
-        if (const auto alive = weak.lock()) {
-            alive->parts.surfaces.showDashboard();
-        }
-    });
+    platform.mainLoop.runAfter(
+        kDashboardDelaySec, lifetime.whileAlive([this] { parts.surfaces.showDashboard(); }));
 }
 
 void LaunchFlow::showPermissionSetup(bool isNewVersion)
 {
-    parts.surfaces.showPermissionSetup(
-        isNewVersion, [weak = std::weak_ptr(self), &mainLoop = platform.mainLoop] {
-            mainLoop.post([weak] {
-                if (const auto alive = weak.lock()) {
-                    alive->completePermissionSetup();
-                }
-            });
-        });
+    parts.surfaces.showPermissionSetup(isNewVersion, lifetime.whileAlive([this] {
+        platform.mainLoop.post(lifetime.whileAlive([this] { completePermissionSetup(); }));
+    }));
     parts.application.setActivationPolicy(ActivationPolicy::regular);
     parts.application.activate();
 }

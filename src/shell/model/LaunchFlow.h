@@ -1,8 +1,7 @@
 #pragma once
 
+#include "base/Lifetime.h"
 #include "platform/Platform.h"
-
-#include <memory>
 
 namespace quillbrook {
 
@@ -24,9 +23,6 @@ public:
     };
 
     LaunchFlow(const Platform& platform, const Parts& parts);
-
-    LaunchFlow(const LaunchFlow&) = delete;
-    LaunchFlow& operator=(const LaunchFlow&) = delete;
 
     /// Begins the recording, or shows the set-up window, which comes before it at the first launch,
     /// without the permission, and once after each update. Once for each process.
@@ -51,8 +47,7 @@ private:
     Platform platform;
     Parts parts;
 
-    /// Owns nothing; expires with the flow, for the blocks that hold it weakly.
-    std::shared_ptr<LaunchFlow> self{this, [](LaunchFlow*) {}};
+    Lifetime lifetime{};
 };
 
 } // namespace quillbrook
