@@ -63,7 +63,7 @@ public:
 
     Connection openStore() const
     {
-        auto opened = openConnection((directory / "monitor.db").string(), SQLITE_OPEN_READWRITE);
+        auto opened = openConnection(storePath(directory).string(), SQLITE_OPEN_READWRITE);
         if (opened.result != SQLITE_OK) {
             fatal("the store can't be opened");
         }

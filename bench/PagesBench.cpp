@@ -67,7 +67,7 @@ public:
         QApplication::processEvents();
     }
 
-    std::string storePath() const { return (directory / "monitor.db").string(); }
+    std::string storePath() const { return quillbrook::storePath(directory).string(); }
 
     fs::path directory{};
     std::unique_ptr<VirtualMachine> machine{};

@@ -69,7 +69,7 @@ public:
     }
 
     Platform platform() { return machine.platform(); }
-    std::string path() const { return (directory / "monitor.db").string(); }
+    std::string path() const { return quillbrook::storePath(directory).string(); }
     Connection open(int flags) const { return openConnection(path(), flags).connection; }
 
 private:
@@ -215,8 +215,8 @@ void dailyAveragesOfAllHistory(benchmark::State& state, StoreSize size)
 {
     const SeededStore& store = SeededStore::ofSize(size);
     for (auto _ : state) {
-        state.SetIterationTime(
-            secondsOf([&store] { runBare(store, {kDailyAvgSessionsSql}, Rows::stepped); }));
+        state.SetIterationTime(secondsOf(
+            [&store] { runBare(store, {std::string(kDailyAvgSessionsSql)}, Rows::stepped); }));
     }
 }
 

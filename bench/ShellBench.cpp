@@ -50,7 +50,7 @@ public:
 
     Connection open(int flags) const
     {
-        return openConnection((directory / "monitor.db").string(), flags).connection;
+        return openConnection(storePath(directory).string(), flags).connection;
     }
 
 private:
@@ -97,7 +97,8 @@ void menuBarStatementsBare(benchmark::State& state)
     const FilledStore store(static_cast<int>(state.range(0)));
     for (auto _ : state) {
         const Connection connection = store.open(SQLITE_OPEN_READONLY);
-        for (const std::string& sql : {kActiveSecondsToday, kAlertsToday, kTokensToday}) {
+        for (const std::string& sql :
+            {std::string(kActiveSecondsToday), std::string(kAlertsToday), tokensTodaySql()}) {
             const Statement statement = prepare(connection.get(), sql);
             sqlite3_step(statement.get());
         }

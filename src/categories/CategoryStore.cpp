@@ -3,6 +3,7 @@
 #include "base/Sqlite.h"
 #include "base/Text.h"
 #include "categories/SeedTables.h"
+#include "categories/SystemNames.h"
 #include "platform/Clock.h"
 
 #include <optional>
@@ -16,7 +17,7 @@ namespace {
 /// as absent. A statement that can't be prepared has no rows.
 class RawQuery {
 public:
-    RawQuery(sqlite3* db, const std::string& sql) : statement(prepare(db, sql)) {}
+    RawQuery(sqlite3* db, std::string_view sql) : statement(prepare(db, sql)) {}
 
     bool next() { return statement && sqlite3_step(statement.get()) == SQLITE_ROW; }
 
@@ -139,14 +140,16 @@ CategoryName classify(
 
 std::vector<DistinctApp> allDistinctApps(sqlite3* db)
 {
-    RawQuery query(
-        db, R"(    SELECT DISTINCT app_name, COALESCE(NULLIF(bundle_id,''), 'unknown') AS bundle_id
+    RawQuery query(db,
+        filled(
+            R"(    SELECT DISTINCT app_name, COALESCE(NULLIF(bundle_id,''), 'unknown') AS bundle_id
     FROM app_sessions
-    WHERE app_name NOT IN ('loginwindow', 'WindowServer', 'kernel_task', 'launchd', 'ScreenSaverEngine', 'Quillbrook')
+    WHERE app_name NOT IN ({})
       AND app_name NOT LIKE '%login%'
       AND app_name NOT LIKE '%ScreenSaver%'
     GROUP BY app_name, bundle_id
-    ORDER BY app_name)");
+    ORDER BY app_name)",
+            {kSystemNamesSql}));
     std::vector<DistinctApp> apps;
     while (query.next()) {
         auto appName = query.text(0);

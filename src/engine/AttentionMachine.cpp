@@ -2,6 +2,8 @@
 
 #include "base/Fatal.h"
 #include "base/Text.h"
+#include "base/WholeNumber.h"
+#include "categories/SystemNames.h"
 #include "engine/MonitorLog.h"
 #include "engine/MonitorStore.h"
 #include "platform/Clock.h"
@@ -25,20 +27,17 @@ constexpr double kRecoverableSec = 3600.0;
 constexpr double kRecoverySilenceSec = 120.0;
 constexpr double kHealthIntervalSec = 300.0;
 constexpr double kAssumedSleepSec = 300.0;
-constexpr double kInt64Limit = 9223372036854775808.0;
 
 constexpr std::int64_t kSwitchCode = 0;
 constexpr auto kStartupCode = static_cast<std::int64_t>(IdleSourceType::startup);
 
-/// Names that never have attention. Our own is among them on purpose: looking at the dashboard
-/// is not a session.
-constexpr std::array<std::string_view, 8> kSystemNames
-    = {"loginwindow", "WindowServer", "kernel_task", "launchd", "ScreenSaverEngine", "Quillbrook",
-        "universalAccessAuthWarn", "SystemUIServer"};
+/// Further names that never have attention. Stores may hold rows of them, which count.
+constexpr std::array<std::string_view, 2> kMoreSystemNames
+    = {"universalAccessAuthWarn", "SystemUIServer"};
 
 std::string wholeSeconds(double seconds)
 {
-    if (!(seconds >= -kInt64Limit && seconds < kInt64Limit)) {
+    if (!isWithinWholeNumbers(seconds)) {
         fatal("the time since the last input is not a span of time");
     }
     return std::to_string(static_cast<std::int64_t>(seconds));
@@ -85,9 +84,11 @@ bool AttentionMachine::isSystemApp(const std::string& name, const std::string& b
 
 bool AttentionMachine::isSystemName(const std::string& name) const
 {
-    return std::ranges::any_of(kSystemNames, [&](std::string_view systemName) {
+    // Our own name is among them on purpose: looking at the dashboard is not a session.
+    const auto isIn = [&](std::string_view systemName) {
         return platform.localeText.containsIgnoringCase(name, systemName);
-    });
+    };
+    return std::ranges::any_of(kSystemNames, isIn) || std::ranges::any_of(kMoreSystemNames, isIn);
 }
 
 AttentionSnapshot AttentionMachine::collectSnapshot()
@@ -151,10 +152,11 @@ void AttentionMachine::executeTransition(const AttentionState& from, const Atten
 
 void AttentionMachine::becomeIdle(double now)
 {
-    store.dbExec("BEGIN");
-    store.closeCurrentSession();
-    store.startIdlePeriod(now, causeCode());
-    store.dbExec("COMMIT");
+    {
+        const Transaction whole = store.transaction();
+        store.closeCurrentSession();
+        store.startIdlePeriod(now, causeCode());
+    }
     pendingFrontmost.reset();
     log.log(filled("💤 {}（{}）→ 空闲", {currentAppName, fmtDuration(now - currentSessionStart)}));
 }
@@ -163,10 +165,11 @@ void AttentionMachine::switchTo(const ActiveApp& app, double now)
 {
     const std::string duration = fmtDuration(now - currentSessionStart);
     const std::string oldName = currentAppName;
-    store.dbExec("BEGIN");
-    store.closeCurrentSession();
-    store.startNewSession(app.appName, app.bundleId, kSwitchCode);
-    store.dbExec("COMMIT");
+    {
+        const Transaction whole = store.transaction();
+        store.closeCurrentSession();
+        store.startNewSession(app.appName, app.bundleId, kSwitchCode);
+    }
     currentAppName = app.appName;
     currentSessionStart = now;
     log.log(filled("🔄 {}（{}）→ {}", {oldName, duration, app.appName}));
@@ -177,10 +180,11 @@ void AttentionMachine::resume(const ActiveApp& app, double now)
     // A wake that wrote the night by itself leaves no current session: what follows is a startup.
     const std::int64_t closeType = store.hasCurrentSession() ? causeCode() : kStartupCode;
     lastInactiveCause.reset();
-    store.dbExec("BEGIN");
-    store.closeIdlePeriods(now);
-    store.startNewSession(app.appName, app.bundleId, closeType);
-    store.dbExec("COMMIT");
+    {
+        const Transaction whole = store.transaction();
+        store.closeIdlePeriods(now);
+        store.startNewSession(app.appName, app.bundleId, closeType);
+    }
     currentAppName = app.appName;
     currentSessionStart = now;
     log.log("🟢 " + app.appName);

@@ -24,12 +24,19 @@ const fs::path& MonitorFiles::dataDir()
     return *dir;
 }
 
-const fs::path& MonitorFiles::inDataDir(LazyPath& path, const char* name)
+const fs::path& MonitorFiles::dbPath()
 {
-    if (!path) {
-        path = dataDir() / name;
-    }
-    return *path;
+    return db ? *db : db.emplace(storePath(dataDir()));
+}
+
+const fs::path& MonitorFiles::logPath()
+{
+    return log ? *log : log.emplace(quillbrook::logPath(dataDir()));
+}
+
+const fs::path& MonitorFiles::pidPath()
+{
+    return pid ? *pid : pid.emplace(dataDir() / "monitor.pid");
 }
 
 } // namespace quillbrook

@@ -16,14 +16,12 @@ public:
     /// names no place for it; a failure to make it shows in what is opened inside.
     const std::filesystem::path& dataDir();
 
-    const std::filesystem::path& dbPath() { return inDataDir(db, "monitor.db"); }
-    const std::filesystem::path& logPath() { return inDataDir(log, "monitor.log"); }
-    const std::filesystem::path& pidPath() { return inDataDir(pid, "monitor.pid"); }
+    const std::filesystem::path& dbPath();
+    const std::filesystem::path& logPath();
+    const std::filesystem::path& pidPath();
 
 private:
     using LazyPath = std::optional<std::filesystem::path>;
-
-    const std::filesystem::path& inDataDir(LazyPath& path, const char* name);
 
     const Directories& directories;
     LazyPath dir{};

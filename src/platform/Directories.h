@@ -9,6 +9,16 @@ namespace quillbrook {
 /// The folder of ours in the user's application support directory.
 constexpr std::string_view kDataFolderName = "cn.tarnlow.quillbrook";
 
+/// The store and the log in the folder for our data. Whoever opens them asks for them here.
+inline std::filesystem::path storePath(const std::filesystem::path& dataDirectory)
+{
+    return dataDirectory / "monitor.db";
+}
+inline std::filesystem::path logPath(const std::filesystem::path& dataDirectory)
+{
+    return dataDirectory / "monitor.log";
+}
+
 /// Where the system keeps files of a user. Any thread.
 class Directories {
 public:

@@ -12,6 +12,7 @@
 #include "report/StoreQuery.h"
 
 #include <cstdio>
+#include <memory>
 #include <string_view>
 #include <utility>
 
@@ -69,48 +70,48 @@ void DataProvider::refresh()
         isLoading.set(false);
         return;
     }
-    const std::weak_ptr<const char> alive = life;
     // The worker never touches the provider, which may go meanwhile.
-    platform.workQueues.runUserInitiated([this, alive, ctx, tools = platform, file = dbPath()] {
-        if (alive.expired()) {
-            return;
-        }
-        auto record = std::make_shared<DashboardData>(performRefreshSync(tools, file, ctx));
-        tools.mainLoop.post([this, alive, ctx, record] {
-            if (!alive.expired()) {
-                publish(std::move(*record), ctx.tab == NavTab::habit);
+    platform.workQueues.runUserInitiated(
+        [this, watch = lifetime.watch(), ctx, tools = platform, file = dbPath()] {
+            if (watch.isOver()) {
+                return;
             }
+            auto record = std::make_shared<DashboardData>(performRefreshSync(tools, file, ctx));
+            tools.mainLoop.post([this, watch, ctx, record] {
+                if (!watch.isOver()) {
+                    publish(std::move(*record), ctx.tab == NavTab::habit);
+                }
+            });
         });
-    });
 }
 
 void DataProvider::publish(DashboardData record, bool isHabit)
 {
-    const std::weak_ptr<const char> alive = life;
+    const Lifetime::Watch watch = lifetime.watch();
     data.set(std::move(record));
-    if (alive.expired()) {
+    if (watch.isOver()) {
         return; // an observer let the provider go
     }
     isLoading.set(false);
-    if (!alive.expired() && isHabit) {
+    if (!watch.isOver() && isHabit) {
         loadCategoryTrendDeferred();
     }
 }
 
 void DataProvider::loadCategoryTrendDeferred()
 {
-    const std::weak_ptr<const char> alive = life;
-    platform.workQueues.runDefault([this, alive, tools = platform, file = dbPath()] {
-        auto trend = readTrend(tools, file);
-        if (!trend) {
-            return;
-        }
-        tools.mainLoop.post([this, alive, points = *std::move(trend)] {
-            if (!alive.expired()) {
-                categoryTrend.set(points);
+    platform.workQueues.runDefault(
+        [this, watch = lifetime.watch(), tools = platform, file = dbPath()] {
+            auto trend = readTrend(tools, file);
+            if (!trend) {
+                return;
             }
+            tools.mainLoop.post([this, watch, points = *std::move(trend)] {
+                if (!watch.isOver()) {
+                    categoryTrend.set(points);
+                }
+            });
         });
-    });
 }
 
 void DataProvider::changeAppCategory(
@@ -156,7 +157,7 @@ const std::string& DataProvider::dbPath()
         if (!directory) {
             fatal("there is no place for the data of this user");
         }
-        path = (*directory / "monitor.db").string();
+        path = storePath(*directory).string();
     }
     return *path;
 }

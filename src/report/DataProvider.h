@@ -1,12 +1,12 @@
 #pragma once
 
+#include "base/Lifetime.h"
 #include "base/Property.h"
 #include "platform/Platform.h"
 #include "report/Periods.h"
 #include "report/ReportRecords.h"
 
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -23,9 +23,6 @@ class DataProvider {
 public:
     /// Begins with a refresh for the Today page.
     explicit DataProvider(const Platform& platform);
-
-    DataProvider(const DataProvider&) = delete;
-    DataProvider& operator=(const DataProvider&) = delete;
 
     /// Starts a refresh for the present selection and returns at once. The pages Future and 关于
     /// read nothing and leave a record as it is.
@@ -58,7 +55,7 @@ private:
 
     Platform platform;
     std::optional<std::string> path{};
-    std::shared_ptr<const char> life = std::make_shared<const char>(); // work holds it weakly
+    Lifetime lifetime{};
 };
 
 /// What the store at `dbPath` holds for a selection; the empty record when it can't be opened. Any

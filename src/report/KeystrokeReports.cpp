@@ -4,6 +4,7 @@
 #include "base/WholeNumber.h"
 #include "report/StoreQuery.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -11,7 +12,6 @@ namespace quillbrook {
 
 namespace {
 
-constexpr double kOtherRate = 0.152;
 constexpr std::string_view kNoMethod = "其他";
 
 /// The sum, or the nearest whole number there is when a damaged store's counts exceed all.
@@ -48,12 +48,9 @@ void add(KeylogHourly& hour, const std::string& appName, const std::string& meth
 
 double tokenRate(std::string_view inputMethod)
 {
-    for (const auto& [method, rate] : tokensPerKeystroke) {
-        if (method == inputMethod) {
-            return rate;
-        }
-    }
-    return kOtherRate;
+    const auto* rate = std::ranges::find(
+        tokensPerKeystroke, inputMethod, [](const auto& entry) { return entry.first; });
+    return rate == tokensPerKeystroke.end() ? tokensPerKeystroke.back().second : rate->second;
 }
 
 std::optional<std::string> dominantMethod(const std::map<std::string, KeylogApp>& apps)

@@ -15,7 +15,8 @@
 
 namespace quillbrook {
 
-/// Tokens for one key press, by input method. The menu bar's estimate has the same numbers.
+/// Tokens for one key press, by input method, that of "other" last. Every estimate, and every text
+/// that tells of one, takes them from here.
 inline constexpr auto tokensPerKeystroke = std::to_array<std::pair<std::string_view, double>>({
     {"english", 0.248},
     {"shuangpin", 0.267},

@@ -1,4 +1,5 @@
 #include "base/Sqlite.h"
+#include "base/Utc8Day.h"
 #include "base/WholeNumber.h"
 #include "categories/CategoryStore.h"
 #include "platform/Clock.h"
@@ -40,7 +41,7 @@ void readToday(
     data.hourlyTimeline = queryHourlyTimeline(
         db, ctx.todayPeriod == TodayPeriod::yesterday ? today - 86400 : today);
     // This page keeps to the day of UTC+8, other than the page of keys.
-    readKeystrokes(data, db, keystrokeFilter(ctx.todayPeriod), 28800);
+    readKeystrokes(data, db, keystrokeFilter(ctx.todayPeriod), kUtc8OffsetSec);
 }
 
 void readHistory(DashboardData& data, sqlite3* db, const RefreshContext& ctx)

@@ -8,22 +8,6 @@
 
 namespace quillbrook {
 
-const std::string dayStartSql
-    = "(strftime('%s', datetime('now', '+8 hours', 'start of day')) - 28800)";
-
-const std::string excludeSystemFull = R"(
-      AND app_name NOT IN ('loginwindow', 'WindowServer', 'kernel_task', 'launchd', 'ScreenSaverEngine', 'Quillbrook')
-      AND app_name NOT LIKE '%login%'
-      AND app_name NOT LIKE '%ScreenSaver%')";
-
-const std::string excludeSystemNames = R"(
-      AND app_name NOT IN ('loginwindow', 'WindowServer', 'kernel_task', 'launchd', 'ScreenSaverEngine', 'Quillbrook'))";
-
-const std::string excludeSystemAliased = R"(
-          AND s.app_name NOT IN ('loginwindow', 'WindowServer', 'kernel_task', 'launchd', 'ScreenSaverEngine', 'Quillbrook')
-          AND s.app_name NOT LIKE '%login%'
-          AND s.app_name NOT LIKE '%ScreenSaver%')";
-
 namespace {
 
 constexpr const char* kEverything = "1=1";

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/ConstantText.h"
+#include "categories/SystemNames.h"
 #include "report/Periods.h"
 
 #include <cstdint>
@@ -10,14 +12,34 @@ namespace quillbrook {
 
 /// When today starts, as seconds since 1970: an expression that the store works out at every query.
 /// Today is the day of UTC+8, whatever zone the computer is in.
-extern const std::string dayStartSql;
+inline constexpr std::string_view dayStartSql
+    = "(strftime('%s', datetime('now', '+8 hours', 'start of day')) - 28800)";
+
+namespace exclusionSql {
+
+inline constexpr std::string_view kEnd = ")";
+inline constexpr std::string_view kNames = R"(
+      AND app_name NOT IN ()";
+inline constexpr std::string_view kPatterns = R"()
+      AND app_name NOT LIKE '%login%'
+      AND app_name NOT LIKE '%ScreenSaver%')";
+inline constexpr std::string_view kAliasedNames = R"(
+          AND s.app_name NOT IN ()";
+inline constexpr std::string_view kAliasedPatterns = R"()
+          AND s.app_name NOT LIKE '%login%'
+          AND s.app_name NOT LIKE '%ScreenSaver%')";
+
+} // namespace exclusionSql
 
 /// Conditions that leave the system's own processes, and this program, out of usage figures. To
 /// stand straight behind a filter. Which query carries which is part of what the figures mean:
 /// the second has no patterns, the third speaks of a table named `s`.
-extern const std::string excludeSystemFull;
-extern const std::string excludeSystemNames;
-extern const std::string excludeSystemAliased;
+inline constexpr std::string_view excludeSystemFull
+    = joined<exclusionSql::kNames, kSystemNamesSql, exclusionSql::kPatterns>;
+inline constexpr std::string_view excludeSystemNames
+    = joined<exclusionSql::kNames, kSystemNamesSql, exclusionSql::kEnd>;
+inline constexpr std::string_view excludeSystemAliased
+    = joined<exclusionSql::kAliasedNames, kSystemNamesSql, exclusionSql::kAliasedPatterns>;
 
 /// The condition on `started_at` that cuts out a period. Days are whole days of UTC+8 back from the
 /// start of today: "本周" is today and the seven days before.

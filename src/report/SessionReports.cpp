@@ -11,19 +11,19 @@
 
 namespace quillbrook {
 
-const std::string kDailyAvgSessionsSql = R"(    SELECT
+namespace {
+
+constexpr std::string_view kDailyAvgBegin = R"(    SELECT
         strftime('%m-%d', datetime(started_at, 'unixepoch', '+8 hours')) AS day,
         ROUND(AVG(CASE WHEN duration_sec < 300 THEN duration_sec END)/60, 2) AS u5,
         ROUND(AVG(CASE WHEN duration_sec BETWEEN 300 AND 600 THEN duration_sec END)/60, 2) AS m5,
         ROUND(AVG(CASE WHEN duration_sec > 600 THEN duration_sec END)/60, 2) AS o10
     FROM app_sessions
     WHERE duration_sec >= 10
-      AND datetime(started_at, 'unixepoch', '+8 hours') >= datetime('now', '+8 hours', '-7 days'))"
-    + excludeSystemNames + R"(
+      AND datetime(started_at, 'unixepoch', '+8 hours') >= datetime('now', '+8 hours', '-7 days'))";
+constexpr std::string_view kDailyAvgEnd = R"(
     GROUP BY day
     ORDER BY day)";
-
-namespace {
 
 /// By the stored `close_type`. Code 4 is retired, and its empty place keeps "startup" at 5.
 constexpr std::array<std::string_view, 6> closeTypeLabels
@@ -52,6 +52,9 @@ void describe(SessionDetail& session, std::int64_t code)
 }
 
 } // namespace
+
+constexpr std::string_view kDailyAvgSessionsSql
+    = joined<kDailyAvgBegin, excludeSystemNames, kDailyAvgEnd>;
 
 std::vector<SessionDetail> queryRecentSessions(sqlite3* db, const std::string& filter)
 {

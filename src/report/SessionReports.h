@@ -6,6 +6,7 @@
 #include <sqlite3.h>
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace quillbrook {
@@ -30,6 +31,6 @@ std::vector<DurationBucket> queryDurationBuckets(sqlite3* db, FocusPeriod period
 std::vector<DailyAvgSession> queryDailyAvgSessions(sqlite3* db);
 
 /// The statement of `queryDailyAvgSessions`.
-extern const std::string kDailyAvgSessionsSql;
+extern const std::string_view kDailyAvgSessionsSql;
 
 } // namespace quillbrook

@@ -5,23 +5,18 @@
 
 namespace quillbrook {
 
-StoreQuery::StoreQuery(sqlite3* db, const std::string& sql) : statement(prepare(db, sql)) {}
+StoreQuery::StoreQuery(sqlite3* db, std::string_view sql) : statement(prepare(db, sql))
+{
+    for (int i = 0; i < sqlite3_column_count(statement.get()); ++i) {
+        if (sqlite3_column_name(statement.get(), i) == nullptr) {
+            fatal("StoreQuery: a column without a name");
+        }
+    }
+}
 
 int StoreQuery::column(std::string_view name) const
 {
-    if (!statement) {
-        return -1;
-    }
-    for (int i = sqlite3_column_count(statement.get()) - 1; i >= 0; --i) {
-        const char* itsName = sqlite3_column_name(statement.get(), i);
-        if (itsName == nullptr) {
-            fatal("StoreQuery: a column without a name");
-        }
-        if (name == itsName) {
-            return i;
-        }
-    }
-    return -1;
+    return columnNumber(statement, name);
 }
 
 std::optional<std::int64_t> StoreQuery::integer(int column) const

@@ -22,7 +22,7 @@ inline constexpr int kReaderFlags = SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX;
 /// category rules.
 class StoreQuery {
 public:
-    StoreQuery(sqlite3* db, const std::string& sql);
+    StoreQuery(sqlite3* db, std::string_view sql);
 
     /// Goes to the next row; false when there is none.
     bool next() { return statement && sqlite3_step(statement.get()) == SQLITE_ROW; }

@@ -2,20 +2,11 @@
 
 namespace quillbrook {
 
-TrendQuery::TrendQuery(sqlite3* db, const std::string& sql) : statement(prepare(db, sql)) {}
+TrendQuery::TrendQuery(sqlite3* db, std::string_view sql) : statement(prepare(db, sql)) {}
 
 int TrendQuery::column(std::string_view name) const
 {
-    if (!statement) {
-        return -1;
-    }
-    for (int i = sqlite3_column_count(statement.get()) - 1; i >= 0; --i) {
-        const char* itsName = sqlite3_column_name(statement.get(), i);
-        if (itsName != nullptr && name == itsName) {
-            return i;
-        }
-    }
-    return -1;
+    return columnNumber(statement, name);
 }
 
 std::optional<double> TrendQuery::number(int column) const

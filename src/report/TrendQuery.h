@@ -13,7 +13,7 @@ namespace quillbrook {
 /// of each caller are typed for its own reader.
 class TrendQuery {
 public:
-    TrendQuery(sqlite3* db, const std::string& sql);
+    TrendQuery(sqlite3* db, std::string_view sql);
 
     /// Goes to the next row; false when there is none.
     bool next() { return statement && sqlite3_step(statement.get()) == SQLITE_ROW; }

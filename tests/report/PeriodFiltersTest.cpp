@@ -68,7 +68,8 @@ TEST_F(PeriodFiltersTest, PagesWithOneNameForAPeriodCutItAlike)
     EXPECT_EQ(dateFilter(HistoryPeriod::week), dateFilter(HabitPeriod::week));
     EXPECT_EQ(dateFilter(HistoryPeriod::month), dateFilter(FocusPeriod::month));
     EXPECT_EQ(dateFilter(HistoryPeriod::month), dateFilter(HabitPeriod::month));
-    EXPECT_EQ(dateFilter(HistoryPeriod::month), "started_at >= " + dayStartSql + " - 30*86400");
+    EXPECT_EQ(
+        dateFilter(HistoryPeriod::month), filled("started_at >= {} - 30*86400", {dayStartSql}));
 }
 
 TEST_F(PeriodFiltersTest, AllIsNoCondition)
@@ -141,7 +142,7 @@ TEST_F(PeriodFiltersTest, TheDayStartsAlikeInTheStoreAndHere)
         {kMidnight - 0.001, kMidnight, kMidnight + 0.001, kMidnight + 86399.999, 1709222400.5}) {
         machine.clock.set(now);
         EXPECT_EQ(std::to_string(static_cast<std::int64_t>(bjTodayStartUTC(now))),
-            store.value("SELECT " + dayStartSql));
+            store.value(filled("SELECT {}", {dayStartSql})));
     }
 }
 

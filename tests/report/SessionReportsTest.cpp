@@ -278,7 +278,7 @@ TEST_F(SessionReportsTest, EveryLengthHasItsBucketForAllOfHistory)
 
 std::vector<std::string> dailyRows(const StoreReader& store)
 {
-    std::vector<std::string> rows = store.rows(kDailyAvgSessionsSql);
+    std::vector<std::string> rows = store.rows(std::string(kDailyAvgSessionsSql));
     for (std::string& row : rows) {
         for (auto at = row.find("NULL"); at != std::string::npos; at = row.find("NULL")) {
             row.replace(at, 4, "0.0");

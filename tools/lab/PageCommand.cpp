@@ -2,6 +2,7 @@
 
 #include "lab/AccessibleText.h"
 #include "lab/Arguments.h"
+#include "lab/ZoneOption.h"
 #include "pages/figures/TimelineFigures.h"
 #include "pages/kit/AccessibleViews.h"
 #include "pages/kit/Look.h"
@@ -56,7 +57,6 @@ const Syntax kSyntax{.usage = kUsage,
     .flags = {"--dark", "--full"},
     .required = {"--data", "--tab"}};
 
-constexpr double kDefaultZoneSec = 28800;
 constexpr QSize kDefaultSize(960, 680);
 
 /// What the command line asks for, checked.
@@ -64,7 +64,7 @@ struct Request {
     NavTab tab = NavTab::today;
     std::optional<std::string> period{};
     double now = 0;
-    double zone = kDefaultZoneSec;
+    int zone = 0; // seconds ahead of UTC
     QSize size = kDefaultSize;
     double scale = 1;
     QJsonObject defaults{};
@@ -171,7 +171,7 @@ Request requestOf(const Arguments& arguments)
         request.size = *size;
     }
     request.now = arguments.number("--now").value_or(SystemClock().now());
-    request.zone = arguments.number("--zone").value_or(kDefaultZoneSec);
+    request.zone = zoneSeconds(arguments);
     request.scale = arguments.number("--scale").value_or(1);
     if (request.scale < 0.5 || request.scale > 8) {
         arguments.reject("--scale", "the scale must lie between 0.5 and 8");
@@ -263,7 +263,7 @@ int pageCommand(const std::vector<std::string>& texts)
     Look::apply(arguments.flag("--dark"), std::nullopt);
 
     VirtualMachine machine(arguments.required("--data"), request.now);
-    machine.timeZone.setSecondsFromUtc(static_cast<int>(request.zone));
+    machine.timeZone.setSecondsFromUtc(request.zone);
     setDefaults(machine.userDefaults, request.defaults);
     VirtualApplication application;
     DashboardWindowController controller(machine.platform(), application, [](std::string_view) {});

@@ -5,6 +5,7 @@
 #include "engine/MonitorStore.h"
 #include "lab/Arguments.h"
 #include "lab/SeedHistory.h"
+#include "platform/Directories.h"
 #include "platform/qt/SystemClock.h"
 #include "platform/virtual/VirtualMachine.h"
 
@@ -68,8 +69,7 @@ int seedCommand(const std::vector<std::string>& texts)
         .now = arguments.number("--now").value_or(SystemClock().now()),
         .seed = static_cast<std::uint64_t>(wholeOption(arguments, "--seed", 0, 1)),
         .sessionsPerDay = wholeOption(arguments, "--sessions-per-day", 0, 200)};
-    const std::filesystem::path path
-        = std::filesystem::path(arguments.required("--data")) / "monitor.db";
+    const std::filesystem::path path = storePath(arguments.required("--data"));
     std::error_code ignored;
     if (std::filesystem::exists(path, ignored)) {
         arguments.reject("--data", "there is a store already");

@@ -1,14 +1,15 @@
 #include "lab/ZoneOption.h"
 
+#include "base/Utc8Day.h"
+
 #include <cmath>
 
 namespace quillbrook::lab {
 
 int zoneSeconds(const Arguments& arguments)
 {
-    constexpr double kDefault = 28800;
     constexpr double kMost = 86400;
-    const double seconds = arguments.number("--zone").value_or(kDefault);
+    const double seconds = arguments.number("--zone").value_or(static_cast<double>(kUtc8OffsetSec));
     if (seconds != std::floor(seconds) || std::abs(seconds) > kMost) {
         arguments.reject("--zone", "no offset of a zone in whole seconds");
     }

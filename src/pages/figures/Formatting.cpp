@@ -1,15 +1,13 @@
 #include "pages/figures/Formatting.h"
 
 #include "base/Fatal.h"
-
-#include <cmath>
+#include "base/WholeNumber.h"
 
 namespace quillbrook {
 
 std::int64_t truncated(double value)
 {
-    constexpr double kBeyond = 9223372036854775808.0; // 2^63
-    if (!std::isfinite(value) || value >= kBeyond || value < -kBeyond) {
+    if (!isWithinWholeNumbers(value)) {
         fatal("truncated: no number that 64 bits can hold");
     }
     return static_cast<std::int64_t>(value);

@@ -1,18 +1,11 @@
 #include "pages/figures/TodayFigures.h"
 
 #include "base/Text.h"
+#include "base/Utc8Text.h"
 #include "pages/figures/Formatting.h"
-
-#include <cmath>
+#include "report/KeystrokeReports.h"
 
 namespace quillbrook {
-
-namespace {
-
-constexpr double kUtc8OffsetSec = 28800;
-constexpr double kDaySec = 86400;
-
-} // namespace
 
 std::string activeMinutesStr(double totalActiveHours)
 {
@@ -26,12 +19,7 @@ std::string longestFocusStr(double longestSessionMinutes)
 
 std::string firstActivityString(const std::optional<double>& firstActivity)
 {
-    if (!firstActivity) {
-        return "--:--";
-    }
-    const double local = *firstActivity + kUtc8OffsetSec;
-    const std::int64_t ofDay = truncated(local - std::floor(local / kDaySec) * kDaySec);
-    return twoDigits(ofDay / 3600) + ":" + twoDigits(ofDay / 60 % 60);
+    return firstActivity ? utc8HourMinute(*firstActivity) : "--:--";
 }
 
 std::string formatCount(std::int64_t count)
@@ -71,8 +59,10 @@ std::array<InfoItem, 4> kpiInfoItems()
         {"app.badge.fill", SystemColor::orange, "应用",
             "今日使用过的不同应用数量。\"切换 N 次\"等于会话数，即前台应用变更的次数。"},
         {"hand.point.up.braille", SystemColor::cyan, "击键次数",
-            "来自 keylog 工具采集的全局 keyDown 事件计数。Token "
-            "换算按输入法类型：英文≈0.248/键，双拼≈0.267/键，其他≈0.152/键。"},
+            filled("来自 keylog 工具采集的全局 keyDown 事件计数。Token "
+                   "换算按输入法类型：英文≈{}/键，双拼≈{}/键，其他≈{}/键。",
+                {shortestText(tokenRate("english")), shortestText(tokenRate("shuangpin")),
+                    shortestText(tokenRate("other"))})},
     }};
 }
 

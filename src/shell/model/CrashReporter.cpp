@@ -174,7 +174,7 @@ void CrashReporter::checkPreviousCrash()
 
 void CrashReporter::logToMonitorFile(std::string_view message)
 {
-    const int file = open((dataDir() / "monitor.log").c_str(), O_WRONLY | O_CLOEXEC);
+    const int file = open(logPath(dataDir()).c_str(), O_WRONLY | O_CLOEXEC);
     if (file < 0) {
         return;
     }

@@ -34,11 +34,7 @@ std::string hoursText(std::int64_t seconds)
 MenuBarVM::MenuBarVM(const Platform& platform) : platform(platform)
 {
     refreshStats();
-    platform.mainLoop.repeatEvery(kSlowRefreshSec, [weak = std::weak_ptr(self)] {
-        if (const auto alive = weak.lock()) {
-            alive->refreshStats();
-        }
-    });
+    platform.mainLoop.repeatEvery(kSlowRefreshSec, lifetime.whileAlive([this] { refreshStats(); }));
 }
 
 void MenuBarVM::refreshStats()
@@ -50,7 +46,7 @@ void MenuBarVM::refreshStats()
     narrowToToday(connection.get());
     activeHoursStr.set(hoursText(wholeNumber(statsDouble(kActiveSecondsToday, connection.get()))));
     alertCount.set(wholeNumber(statsDouble(kAlertsToday, connection.get())));
-    tokenCount.set(wholeNumber(statsDouble(kTokensToday, connection.get())));
+    tokenCount.set(wholeNumber(statsDouble(tokensTodaySql(), connection.get())));
     updateYearProgress();
     permissionMissing.set(!platform.accessibility.isTrusted());
     adjustFastTimer();
@@ -100,7 +96,7 @@ std::vector<std::optional<MenuEntry>> MenuBarVM::menu() const
     return entries;
 }
 
-double MenuBarVM::statsDouble(const std::string& sql, sqlite3* connection) const
+double MenuBarVM::statsDouble(std::string_view sql, sqlite3* connection) const
 {
     const Statement statement = prepare(connection, sql);
     if (!statement || sqlite3_step(statement.get()) != SQLITE_ROW) {
@@ -127,30 +123,26 @@ void MenuBarVM::adjustFastTimer()
     if (!isWarning()) {
         fastRefreshTimer.reset();
     } else if (!fastRefreshTimer) {
-        fastRefreshTimer = std::make_shared<FastTimer>();
+        fastRefreshTimer.emplace();
         scheduleFastRefresh();
     }
 }
 
 void MenuBarVM::scheduleFastRefresh()
 {
-    platform.mainLoop.runAfter(kFastRefreshSec,
-        [weakSelf = std::weak_ptr(self), weakTimer = std::weak_ptr(fastRefreshTimer)] {
-            const auto alive = weakSelf.lock();
-            if (!alive || weakTimer.expired()) {
-                return;
+    platform.mainLoop.runAfter(
+        kFastRefreshSec, fastRefreshTimer->whileAlive([this, run = fastRefreshTimer->watch()] {
+            refreshStats();
+            if (!run.isOver()) {
+                scheduleFastRefresh();
             }
-            alive->refreshStats();
-            if (!weakTimer.expired()) {
-                alive->scheduleFastRefresh();
-            }
-        });
+        }));
 }
 
 const std::filesystem::path& MenuBarVM::dbPath()
 {
     if (!path) {
-        path = platform.directories.dataDirectory().value_or("/dev/null") / "monitor.db";
+        path = storePath(platform.directories.dataDirectory().value_or("/dev/null"));
     }
     return *path;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Lifetime.h"
 #include "base/Property.h"
 #include "platform/Platform.h"
 
@@ -7,9 +8,9 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace quillbrook {
@@ -39,9 +40,6 @@ public:
     /// Reads the store once, and from now on by itself.
     explicit MenuBarVM(const Platform& platform);
 
-    MenuBarVM(const MenuBarVM&) = delete;
-    MenuBarVM& operator=(const MenuBarVM&) = delete;
-
     /// Reads all figures anew. When the store can't be opened everything stays as it was.
     void refreshStats();
 
@@ -55,7 +53,7 @@ public:
     bool isWarning() const;
 
     /// Whether the refresh of every minute is on.
-    bool isFastRefreshing() const { return fastRefreshTimer != nullptr; }
+    bool isFastRefreshing() const { return fastRefreshTimer.has_value(); }
 
     /// The menu from top to bottom, an empty place for a divider.
     std::vector<std::optional<MenuEntry>> menu() const;
@@ -67,21 +65,16 @@ public:
     Property<double> yearProgressPct{0}; // a fraction of 1; no view reads it
 
 private:
-    /// Stands for one run of the fast timer, which ends with it.
-    struct FastTimer {};
-
-    double statsDouble(const std::string& sql, sqlite3* connection) const;
+    double statsDouble(std::string_view sql, sqlite3* connection) const;
     void updateYearProgress();
     void adjustFastTimer();
     void scheduleFastRefresh();
     const std::filesystem::path& dbPath();
 
     Platform platform;
-    std::shared_ptr<FastTimer> fastRefreshTimer{};
     std::optional<std::filesystem::path> path{};
-
-    /// Owns nothing; expires with the view model, for the timers that hold it weakly.
-    std::shared_ptr<MenuBarVM> self{this, [](MenuBarVM*) {}};
+    std::optional<Lifetime> fastRefreshTimer{}; // of the timer's present run
+    Lifetime lifetime{};
 };
 
 } // namespace quillbrook

@@ -1,29 +1,36 @@
 #include "shell/model/TodayStatements.h"
 
 #include "base/Text.h"
+#include "report/KeystrokeReports.h"
 
 #include <string_view>
 
 namespace quillbrook {
 
-const std::string kActiveSecondsToday
+// Its list of names is shorter than that of the reports, on purpose as it stands.
+constexpr std::string_view kActiveSecondsToday
     = R"(    SELECT COALESCE(SUM(duration_sec), 0) FROM app_sessions
     WHERE duration_sec IS NOT NULL
     AND datetime(started_at, 'unixepoch', '+8 hours') >= date('now', '+8 hours')
     AND app_name NOT IN ('loginwindow', 'WindowServer', 'kernel_task', 'launchd', 'Quillbrook')
     AND app_name NOT LIKE '%login%')";
 
-const std::string kAlertsToday = R"(    SELECT COUNT(*) FROM alerts
+constexpr std::string_view kAlertsToday = R"(    SELECT COUNT(*) FROM alerts
     WHERE datetime(timestamp, 'unixepoch', '+8 hours') >= date('now', '+8 hours'))";
 
-const std::string kTokensToday = R"(    SELECT COALESCE(SUM(
+std::string tokensTodaySql()
+{
+    return filled(R"(    SELECT COALESCE(SUM(
         CASE input_method
-            WHEN 'shuangpin' THEN keystroke_count * 0.267
-            WHEN 'english' THEN keystroke_count * 0.248
-            ELSE keystroke_count * 0.152
+            WHEN 'shuangpin' THEN keystroke_count * {}
+            WHEN 'english' THEN keystroke_count * {}
+            ELSE keystroke_count * {}
         END
     ), 0) FROM keystrokes
-    WHERE datetime(timestamp, 'unixepoch', '+8 hours') >= date('now', '+8 hours'))";
+    WHERE datetime(timestamp, 'unixepoch', '+8 hours') >= date('now', '+8 hours'))",
+        {shortestText(tokenRate("shuangpin")), shortestText(tokenRate("english")),
+            shortestText(tokenRate("other"))});
+}
 
 namespace {
 

@@ -3,13 +3,14 @@
 #include <sqlite3.h>
 
 #include <string>
+#include <string_view>
 
 namespace quillbrook {
 
 /// The menu bar's three figures of today, the day of UTC+8.
-extern const std::string kActiveSecondsToday;
-extern const std::string kAlertsToday;
-extern const std::string kTokensToday;
+extern const std::string_view kActiveSecondsToday;
+extern const std::string_view kAlertsToday;
+std::string tokensTodaySql();
 
 /// Puts temporary views in front of the tables that the statements read, on this connection alone,
 /// so that they no longer walk through all of history for the rows of one day. The views hold at

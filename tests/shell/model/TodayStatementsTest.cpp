@@ -51,12 +51,17 @@ protected:
         return openConnection(path().string(), SQLITE_OPEN_READONLY).connection;
     }
 
-    static double value(const Connection& connection, const std::string& sql)
+    static double value(const Connection& connection, std::string_view sql)
     {
         const Statement statement = prepare(connection.get(), sql);
         EXPECT_TRUE(statement) << sqlite3_errmsg(connection.get());
         EXPECT_EQ(sqlite3_step(statement.get()), SQLITE_ROW);
         return sqlite3_column_double(statement.get(), 0);
+    }
+
+    static std::vector<std::string> statementsOfToday()
+    {
+        return {std::string(kActiveSecondsToday), std::string(kAlertsToday), tokensTodaySql()};
     }
 
     /// Both ways of asking, to the last bit.
@@ -65,7 +70,7 @@ protected:
         const Connection whole = open();
         const Connection narrow = open();
         narrowToToday(narrow.get());
-        for (const std::string& sql : {kActiveSecondsToday, kAlertsToday, kTokensToday}) {
+        for (const std::string& sql : statementsOfToday()) {
             EXPECT_EQ(value(whole, sql), value(narrow, sql)) << sql;
         }
     }
@@ -137,7 +142,7 @@ TEST_F(TodayStatementsTest, TheViewsWalkTheIndexes)
 {
     const Connection connection = open();
     narrowToToday(connection.get());
-    for (const std::string& sql : {kActiveSecondsToday, kAlertsToday, kTokensToday}) {
+    for (const std::string& sql : statementsOfToday()) {
         const Statement plan = prepare(connection.get(), "EXPLAIN QUERY PLAN " + sql);
         std::string lines;
         while (sqlite3_step(plan.get()) == SQLITE_ROW) {
