@@ -1,6 +1,7 @@
 #include "pages/kit/AccessibleViews.h"
 
-#include "pages/kit/DrawnView.h"
+#include "pages/kit/Convert.h"
+#include "pages/kit/MarkView.h"
 #include "pages/kit/Spoken.h"
 
 #include <QAbstractButton>
@@ -15,13 +16,13 @@ namespace quillbrook {
 
 namespace {
 
-/// One drawn item. It knows its view and place, and reads the rest from the view's figures at
-/// each question, so that it never tells of data that is gone.
-class AccessibleItem final : public QAccessibleInterface {
+/// A mark that is spoken. It knows its view and its place among the spoken marks, and reads the
+/// rest from the view at each question, so that it never tells of data that is gone.
+class AccessibleMark final : public QAccessibleInterface {
 public:
-    AccessibleItem(DrawnView* view, int place) : view(view), place(place) {}
+    AccessibleMark(MarkView* view, int place) : view(view), place(place) {}
 
-    bool isValid() const override { return view != nullptr && item().has_value(); }
+    bool isValid() const override { return mark() != nullptr; }
     QObject* object() const override { return nullptr; }
     QWindow* window() const override
     {
@@ -39,26 +40,26 @@ public:
 
     QString text(QAccessible::Text kind) const override
     {
-        const auto present = item();
-        if (!present) {
+        const Mark* present = mark();
+        if (present == nullptr) {
             return {};
         }
         if (kind == QAccessible::Name) {
-            return present->name;
+            return toQString(present->name);
         }
         // The value once more as description, as Linux hands on no text as an element's value.
         const bool isValue = kind == QAccessible::Value || kind == QAccessible::Description;
-        return isValue ? present->value : QString();
+        return isValue ? toQString(present->value) : QString();
     }
 
     QRect rect() const override
     {
-        const auto present = item();
-        if (!present) {
+        const Mark* present = mark();
+        if (present == nullptr) {
             return {};
         }
         // Borders are rounded one by one, so that neighbours stay neighbours.
-        const QRectF& rect = present->rect;
+        const QRectF rect = toQRectF(bounds(present->shape));
         const QPoint from(qRound(rect.left()), qRound(rect.top()));
         const QPoint to(qRound(rect.right()), qRound(rect.bottom()));
         return {view->mapToGlobal(from), QSize(to.x() - from.x(), to.y() - from.y())};
@@ -66,11 +67,11 @@ public:
 
     QAccessible::Role role() const override
     {
-        const auto present = item();
-        if (!present || present->role == DrawnRole::text) {
+        const Mark* present = mark();
+        if (present == nullptr || present->role == MarkRole::text) {
             return QAccessible::StaticText;
         }
-        return present->role == DrawnRole::cell ? QAccessible::Cell : QAccessible::Indicator;
+        return present->role == MarkRole::cell ? QAccessible::Cell : QAccessible::Indicator;
     }
 
     QAccessible::State state() const override
@@ -78,38 +79,40 @@ public:
         QAccessible::State state;
         state.readOnly = true;
         state.invalid = !isValid();
+        state.focusable = role() != QAccessible::StaticText;
+        if (isValid() && view->currentMark()) {
+            state.focused = view->hasFocus()
+                && *view->currentMark() == view->spokenMarks()[static_cast<std::size_t>(place)];
+        }
         return state;
     }
 
 private:
-    std::optional<DrawnItem> item() const
+    const Mark* mark() const
     {
-        if (view == nullptr) {
-            return std::nullopt;
-        }
-        const std::vector<DrawnItem> items = view->drawnItems();
         const auto index = static_cast<std::size_t>(place);
-        return index < items.size() ? std::optional(items[index]) : std::nullopt;
+        if (view == nullptr || index >= view->spokenMarks().size()) {
+            return nullptr;
+        }
+        return &view->marks()[view->spokenMarks()[index]];
     }
 
-    QPointer<DrawnView> view;
+    QPointer<MarkView> view;
     int place;
 };
 
-class AccessibleDrawnView final : public QAccessibleWidget {
+class AccessibleMarkView final : public QAccessibleWidget {
 public:
-    explicit AccessibleDrawnView(DrawnView* view) : QAccessibleWidget(view, QAccessible::Grouping)
-    {
-    }
+    explicit AccessibleMarkView(MarkView* view) : QAccessibleWidget(view, QAccessible::Grouping) {}
 
-    ~AccessibleDrawnView() override
+    ~AccessibleMarkView() override
     {
         for (const auto& [place, id] : children) {
             QAccessible::deleteAccessibleInterface(id);
         }
     }
 
-    int childCount() const override { return static_cast<int>(view()->drawnItems().size()); }
+    int childCount() const override { return static_cast<int>(view()->spokenMarks().size()); }
 
     QAccessibleInterface* child(int index) const override
     {
@@ -119,7 +122,7 @@ public:
         auto found = children.find(index);
         if (found == children.end()) {
             const auto id = QAccessible::registerAccessibleInterface(
-                new AccessibleItem(view(), index)); // owned by the registry
+                new AccessibleMark(view(), index)); // owned by the registry
             found = children.emplace(index, id).first;
         }
         return QAccessible::accessibleInterface(found->second);
@@ -135,6 +138,17 @@ public:
         return nullptr;
     }
 
+    QAccessibleInterface* focusChild() const override
+    {
+        const auto& spoken = view()->spokenMarks();
+        const auto current = view()->currentMark();
+        const auto found
+            = current ? std::find(spoken.begin(), spoken.end(), *current) : spoken.end();
+        return found == spoken.end() || !view()->hasFocus()
+            ? nullptr
+            : child(static_cast<int>(found - spoken.begin()));
+    }
+
     int indexOfChild(const QAccessibleInterface* item) const override
     {
         const auto found = std::find_if(children.begin(), children.end(), [&](const auto& entry) {
@@ -144,7 +158,7 @@ public:
     }
 
 private:
-    DrawnView* view() const { return static_cast<DrawnView*>(object()); }
+    MarkView* view() const { return static_cast<MarkView*>(object()); }
 
     mutable std::map<int, QAccessible::Id> children{};
 };
@@ -201,8 +215,8 @@ private:
 
 QAccessibleInterface* interfaceFor(const QString&, QObject* object)
 {
-    if (auto* view = qobject_cast<DrawnView*>(object)) {
-        return new AccessibleDrawnView(view);
+    if (auto* view = qobject_cast<MarkView*>(object)) {
+        return new AccessibleMarkView(view);
     }
     if (const auto* spoken = dynamic_cast<const Spoken*>(object)) {
         return new AccessibleSpoken(qobject_cast<QWidget*>(object), *spoken);

@@ -120,6 +120,52 @@ QString formOfQtsWidgets(bool isDark)
         .arg(back, edge, text, disabled);
 }
 
+QColor plainColor(SystemColor name, const QPalette& palette)
+{
+    return color(name, palette);
+}
+
+QColor plainColor(Color color, const QPalette&)
+{
+    return toQColor(color);
+}
+
+QColor plainColor(InterfaceColor name, const QPalette& palette)
+{
+    switch (name) {
+    case InterfaceColor::primaryText:
+        return primaryText(palette);
+    case InterfaceColor::secondaryText:
+        return secondaryText(palette);
+    case InterfaceColor::separator:
+        return separator(palette);
+    case InterfaceColor::windowBackground:
+        return windowBackground(palette);
+    case InterfaceColor::controlBackground:
+        return controlBackground(palette);
+    case InterfaceColor::accent:
+        return accent(palette);
+    }
+    return {};
+}
+
+QFont::Weight weightOf(TextWeight weight)
+{
+    switch (weight) {
+    case TextWeight::regular:
+        return QFont::Normal;
+    case TextWeight::medium:
+        return QFont::Medium;
+    case TextWeight::semibold:
+        return QFont::DemiBold;
+    case TextWeight::bold:
+        return QFont::Bold;
+    case TextWeight::black:
+        return QFont::Black;
+    }
+    return QFont::Normal;
+}
+
 } // namespace
 
 void apply(bool isDark, std::optional<Color> accent)
@@ -144,6 +190,12 @@ QColor color(SystemColor name, const QPalette& palette)
 {
     const Shades shades = kSystemColors[static_cast<std::size_t>(name)];
     return QColor::fromRgb(isDark(palette) ? shades.dark : shades.light);
+}
+
+QColor color(const Tint& tint, const QPalette& palette)
+{
+    return faded(
+        std::visit([&](auto name) { return plainColor(name, palette); }, tint.color), tint.opacity);
 }
 
 QColor toQColor(Color color)
@@ -212,6 +264,20 @@ QFont monospacedFont(TextStyle style)
 {
     const Style set = kStyles[static_cast<std::size_t>(style)];
     return monospacedFont(set.pixels, set.weight);
+}
+
+QFont font(const TextFace& face)
+{
+    const QFont::Weight weight = weightOf(face.weight);
+    switch (face.family) {
+    case TextFamily::system:
+        return systemFont(face.pixels, weight);
+    case TextFamily::serif:
+        return serifFont(face.pixels, weight);
+    case TextFamily::monospaced:
+        return monospacedFont(face.pixels, weight);
+    }
+    return {};
 }
 
 } // namespace quillbrook::Look

@@ -2,6 +2,8 @@
 
 #include "base/Color.h"
 #include "base/SystemColor.h"
+#include "pages/marks/TextFace.h"
+#include "pages/marks/Tint.h"
 
 #include <QColor>
 #include <QFont>
@@ -39,6 +41,7 @@ void apply(bool isDark, std::optional<Color> accent);
 bool isDark(const QPalette& palette);
 
 QColor color(SystemColor name, const QPalette& palette);
+QColor color(const Tint& tint, const QPalette& palette);
 QColor toQColor(Color color);
 /// `color` at an opacity from 0 to 1, which multiplies its own.
 QColor faded(QColor color, double opacity);
@@ -57,6 +60,7 @@ QFont serifFont(int pixels, QFont::Weight weight = QFont::Normal);
 /// All digits have one width.
 QFont monospacedFont(int pixels, QFont::Weight weight = QFont::Normal);
 QFont monospacedFont(TextStyle style);
+QFont font(const TextFace& face);
 
 } // namespace Look
 

@@ -1,6 +1,6 @@
 #include "pages/views/FigureRow.h"
 
-#include "pages/views/Convert.h"
+#include "platform/qt/QtText.h"
 
 #include <QHBoxLayout>
 
@@ -26,7 +26,9 @@ FigureRow::FigureRow(int count, FigureCard::Shrinking shrinking, QWidget* parent
 void FigureRow::setFigures(std::span<const FigureContent> figures)
 {
     for (qsizetype i = 0; i < cards.size(); ++i) {
-        setFigure(*cards[i], figures[static_cast<std::size_t>(i)]);
+        const FigureContent& figure = figures[static_cast<std::size_t>(i)];
+        cards[i]->setFigure(toQString(figure.symbol), figure.color, toQString(figure.value),
+            toQString(figure.title));
     }
 }
 

@@ -5,8 +5,8 @@
 #include "pages/kit/IconButton.h"
 #include "pages/kit/Line.h"
 #include "pages/kit/Look.h"
+#include "pages/kit/MarkView.h"
 #include "pages/kit/TextDrawing.h"
-#include "pages/views/TimelineChart.h"
 #include "platform/qt/QtText.h"
 
 #include <QFileDialog>
@@ -14,6 +14,8 @@
 #include <QLabel>
 #include <QSaveFile>
 #include <QVBoxLayout>
+
+#include <utility>
 
 namespace quillbrook {
 
@@ -24,13 +26,15 @@ constexpr int kNothingHeight = 200;
 constexpr int kChipSpacing = 6;
 constexpr int kLegendSpacing = 4;
 constexpr int kSpacing = 12;
+constexpr int kMinimumWidth = 320;
+constexpr int kFadeMs = 200;
 
 } // namespace
 
 TimelineView::TimelineView(QWidget* parent)
     : QWidget(parent)
     , nothing(secondaryLabel("暂无数据", Look::font(TextStyle::caption)))
-    , chart(new TimelineChart)
+    , chart(new MarkView("时间线"))
     , legendSection(new QWidget)
     , chips(new FlowLayout(kChipSpacing))
 {
@@ -57,16 +61,32 @@ TimelineView::TimelineView(QWidget* parent)
     column->addWidget(nothing);
     column->addWidget(chart);
     column->addWidget(legendSection);
+    fade.setDuration(kFadeMs);
+    fade.setEasingCurve(QEasingCurve::InOutQuad);
+    fade.setStartValue(0.0);
+    fade.setEndValue(1.0);
+    connect(&fade, &QVariantAnimation::valueChanged, this, [this](const QVariant& progress) {
+        highlight.progress = progress.toDouble();
+        showChart();
+    });
     setTimeline({});
 }
 
 void TimelineView::setTimeline(const std::vector<HourlyTimelineEntry>& newTimeline)
 {
     timeline = newTimeline;
-    chart->setTimeline(timeline);
+    chart->setPictureHeight(static_cast<int>(timelineHeight(timeline.size())), kMinimumWidth);
+    showChart();
     nothing->setVisible(timeline.empty());
     chart->setVisible(!timeline.empty());
     rebuildLegend();
+}
+
+void TimelineView::showChart()
+{
+    chart->setPicture([hours = timeline, shown = highlight](Size size, const TextWidth& textWidth) {
+        return timelineMarks(hours, shown, size.width, textWidth);
+    });
 }
 
 void TimelineView::rebuildLegend()
@@ -76,7 +96,7 @@ void TimelineView::rebuildLegend()
     for (const auto& [appName, color] : legendApps(colors)) {
         auto* chip = new Chip(Chip::Kind::button, toQString(appName),
             [color = color](const QPalette& palette) { return Look::color(color, palette); });
-        chip->setChecked(highlightedApp == appName);
+        chip->setChecked(highlight.now == appName);
         connect(
             chip, &Chip::clicked, this, [this, appName = appName] { toggleHighlight(appName); });
         chips->addWidget(chip);
@@ -86,11 +106,13 @@ void TimelineView::rebuildLegend()
 
 void TimelineView::toggleHighlight(const std::string& appName)
 {
-    highlightedApp = highlightedApp == appName ? std::nullopt : std::optional(appName);
-    chart->setHighlightedApp(highlightedApp);
+    highlight.before = std::exchange(
+        highlight.now, highlight.now == appName ? std::nullopt : std::optional(appName));
+    fade.stop();
+    fade.start();
     for (int i = 0; i < chips->count(); ++i) {
         auto* chip = qobject_cast<Chip*>(chips->itemAt(i)->widget());
-        chip->setChecked(highlightedApp && chip->text() == toQString(*highlightedApp));
+        chip->setChecked(highlight.now && chip->text() == toQString(*highlight.now));
     }
 }
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "pages/figures/TimelineFigures.h"
+#include "pages/figures/TimelineMarks.h"
 
+#include <QVariantAnimation>
 #include <QWidget>
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,7 +13,7 @@ class QLabel;
 namespace quillbrook {
 
 class FlowLayout;
-class TimelineChart;
+class MarkView;
 
 /// The day hour by hour with its legend, and its export as a CSV file.
 class TimelineView final : public QWidget {
@@ -28,13 +28,15 @@ public:
     void exportCSV();
 
 private:
+    void showChart();
     void rebuildLegend();
     void toggleHighlight(const std::string& appName);
 
     std::vector<HourlyTimelineEntry> timeline{};
-    std::optional<std::string> highlightedApp{};
+    TimelineHighlight highlight{};
+    QVariantAnimation fade{}; // from one highlight to the next
     QLabel* nothing;
-    TimelineChart* chart;
+    MarkView* chart;
     QWidget* legendSection;
     FlowLayout* chips;
 };

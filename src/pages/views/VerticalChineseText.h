@@ -1,28 +1,18 @@
 #pragma once
 
-#include "pages/kit/DrawnView.h"
+#include "pages/kit/MarkView.h"
 
-#include <QStringList>
+#include <string>
+#include <vector>
 
 namespace quillbrook {
 
 /// Lines of Chinese as columns, from left to right in the given order.
-class VerticalChineseText final : public DrawnView {
+class VerticalChineseText final : public MarkView {
     Q_OBJECT
 
 public:
-    explicit VerticalChineseText(const QStringList& lines, QWidget* parent = nullptr);
-
-    std::vector<DrawnItem> drawnItems() const override;
-    QSize sizeHint() const override;
-
-protected:
-    void paintEvent(QPaintEvent* event) override;
-
-private:
-    QRectF columnRect(qsizetype column) const;
-
-    QStringList lines;
+    explicit VerticalChineseText(std::vector<std::string> lines, QWidget* parent = nullptr);
 };
 
 } // namespace quillbrook

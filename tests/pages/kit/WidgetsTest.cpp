@@ -1,5 +1,4 @@
 #include "pages/kit/Chip.h"
-#include "pages/kit/DrawnView.h"
 #include "pages/kit/FigureCard.h"
 #include "pages/kit/FlowLayout.h"
 #include "pages/kit/HoverTip.h"
@@ -21,38 +20,6 @@ namespace {
 QAccessibleInterface& accessible(QWidget& widget)
 {
     return *QAccessible::queryAccessibleInterface(&widget);
-}
-
-class TwoBars final : public DrawnView {
-public:
-    std::vector<DrawnItem> drawnItems() const override { return bars; }
-
-    std::vector<DrawnItem> bars{{DrawnRole::mark, "first", "3", {0, 0, 10.4, 30}},
-        {DrawnRole::mark, "second", "5", {10.4, 0, 10.2, 50}}};
-};
-
-TEST(DrawnViewTest, OffersWhatItPaintsAsChildren)
-{
-    TwoBars view;
-    QAccessibleInterface& interface = accessible(view);
-    ASSERT_EQ(interface.childCount(), 2);
-    EXPECT_EQ(interface.child(1)->text(QAccessible::Name), "second");
-    EXPECT_EQ(interface.child(1)->text(QAccessible::Value), "5");
-    EXPECT_EQ(interface.child(1)->role(), QAccessible::Indicator);
-    EXPECT_EQ(interface.child(0)->rect().width(), 10);
-    EXPECT_EQ(interface.child(1)->rect().width(), 11);
-    EXPECT_EQ(interface.indexOfChild(interface.child(1)), 1);
-    EXPECT_EQ(interface.child(2), nullptr);
-}
-
-TEST(DrawnViewTest, TellsOfNothingThatIsGone)
-{
-    TwoBars view;
-    QAccessibleInterface* second = accessible(view).child(1);
-    view.bars.pop_back();
-    EXPECT_FALSE(second->isValid());
-    EXPECT_EQ(second->text(QAccessible::Name), "");
-    EXPECT_EQ(accessible(view).childCount(), 1);
 }
 
 TEST(SegmentedPickerTest, TellsOnlyOfAChangedChoice)

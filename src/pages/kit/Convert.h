@@ -1,8 +1,6 @@
 #pragma once
 
-#include "pages/marks/FigureContent.h"
 #include "pages/marks/Geometry.h"
-#include "pages/kit/FigureCard.h"
 #include "platform/qt/QtText.h"
 
 #include <QPointF>
@@ -18,12 +16,6 @@ inline QRectF toQRectF(const Rect& rect)
 inline QPointF toQPointF(const Point& point)
 {
     return {point.x, point.y};
-}
-
-inline void setFigure(FigureCard& card, const FigureContent& figure)
-{
-    card.setFigure(
-        toQString(figure.symbol), figure.color, toQString(figure.value), toQString(figure.title));
 }
 
 } // namespace quillbrook

@@ -1,0 +1,236 @@
+#include "pages/kit/MarkView.h"
+
+#include "pages/kit/Look.h"
+#include "pages/kit/MarkPainter.h"
+#include "support/Elements.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QHelpEvent>
+#include <QImage>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QToolTip>
+
+#include <set>
+
+namespace quillbrook {
+namespace {
+
+using testing::ElementsAre;
+
+Mark bar(std::string name, double x, double width)
+{
+    return {.shape = Box{{x, 0, width, 40}},
+        .fills = {{SystemColor::blue}},
+        .role = MarkRole::mark,
+        .name = name,
+        .value = "3",
+        .help = name + " helps"};
+}
+
+class MarkViewTest : public testing::Test {
+protected:
+    MarkViewTest()
+    {
+        view.resize(100, 40);
+        show({bar("first", 0, 10.4), boxMark({20, 0, 5, 5}, {SystemColor::red}),
+            bar("second", 10.4, 10.2),
+            textMark({.place = {60, 0, 10, 20}, .text = "a long text"})});
+        static_cast<QWidget&>(view).show();
+    }
+
+    void show(std::vector<Mark> marks)
+    {
+        view.setPicture([this, marks](Size, const TextWidth&) {
+            ++timesMade;
+            return marks;
+        });
+    }
+
+    void hover(double x, double y)
+    {
+        QMouseEvent event(QEvent::MouseMove, QPointF(x, y), view.mapToGlobal(QPointF(x, y)),
+            Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+        QApplication::sendEvent(&view, &event);
+    }
+
+    std::string currentName() const
+    {
+        return view.currentMark() ? view.marks()[*view.currentMark()].name : "none";
+    }
+
+    std::string toolTipAt(QPoint place)
+    {
+        QHelpEvent event(QEvent::ToolTip, place, view.mapToGlobal(place));
+        QApplication::sendEvent(&view, &event);
+        return event.isAccepted() ? QToolTip::text().toStdString() : "none";
+    }
+
+    int timesMade = 0;
+    MarkView view{"picture"};
+};
+
+TEST_F(MarkViewTest, OffersWhatItPaintsAsChildrenButDecoration)
+{
+    QAccessibleInterface& interface = *QAccessible::queryAccessibleInterface(&view);
+    EXPECT_EQ(interface.text(QAccessible::Name), "picture");
+    ASSERT_EQ(interface.childCount(), 3);
+    EXPECT_EQ(interface.child(1)->text(QAccessible::Name), "second");
+    EXPECT_EQ(interface.child(1)->text(QAccessible::Value), "3");
+    EXPECT_EQ(interface.child(1)->role(), QAccessible::Indicator);
+    EXPECT_EQ(interface.child(2)->role(), QAccessible::StaticText);
+    EXPECT_EQ(interface.child(0)->rect().width(), 10);
+    EXPECT_EQ(interface.child(1)->rect().width(), 11); // neighbours stay neighbours
+    EXPECT_EQ(interface.indexOfChild(interface.child(1)), 1);
+    EXPECT_EQ(interface.child(3), nullptr);
+}
+
+TEST_F(MarkViewTest, TellsOfNothingThatIsGone)
+{
+    QAccessibleInterface* third = QAccessible::queryAccessibleInterface(&view)->child(2);
+    show({bar("only", 0, 10)});
+    EXPECT_FALSE(third->isValid());
+    EXPECT_EQ(third->text(QAccessible::Name), "");
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&view)->childCount(), 1);
+}
+
+TEST_F(MarkViewTest, MakesItsMarksOnceForASize)
+{
+    timesMade = 0;
+    hover(5, 5);
+    toolTipAt({5, 5});
+    view.grab();
+    press(view, Qt::Key_Right);
+    EXPECT_EQ(timesMade, 0);
+    view.resize(120, 40);
+    view.grab();
+    EXPECT_EQ(timesMade, 1);
+}
+
+TEST_F(MarkViewTest, FindsTheMarkUnderThePointer)
+{
+    hover(5, 5);
+    EXPECT_EQ(currentName(), "first");
+    hover(10.4, 5);
+    EXPECT_EQ(currentName(), "second");
+    hover(50, 5);
+    EXPECT_EQ(currentName(), "none");
+    hover(65, 5); // a text is read, not hovered
+    EXPECT_EQ(currentName(), "none");
+}
+
+TEST_F(MarkViewTest, FindsTheUppermostOfSeveral)
+{
+    show({bar("below", 0, 50), bar("above", 10, 10)});
+    hover(15, 5);
+    EXPECT_EQ(currentName(), "above");
+    hover(30, 5);
+    EXPECT_EQ(currentName(), "below");
+}
+
+TEST_F(MarkViewTest, FindsCurvedShapesByTheirOutline)
+{
+    Mark dot = bar("dot", 0, 0);
+    dot.shape = Circle{{20, 20}, 10};
+    show({dot});
+    hover(20, 12);
+    EXPECT_EQ(currentName(), "dot");
+    hover(12, 12); // within the square around it
+    EXPECT_EQ(currentName(), "none");
+}
+
+TEST_F(MarkViewTest, TellsHelpAndWhatIsCutInItsToolTip)
+{
+    EXPECT_EQ(toolTipAt({5, 5}), "first helps");
+    EXPECT_EQ(toolTipAt({65, 10}), "a long text");
+    EXPECT_EQ(toolTipAt({50, 5}), "none");
+}
+
+TEST_F(MarkViewTest, IsWalkedByKeys)
+{
+    EXPECT_EQ(view.focusPolicy(), Qt::StrongFocus);
+    press(view, Qt::Key_Right);
+    EXPECT_EQ(currentName(), "first");
+    press(view, Qt::Key_Down);
+    EXPECT_EQ(currentName(), "second");
+    press(view, Qt::Key_Right);
+    EXPECT_EQ(currentName(), "first");
+    press(view, Qt::Key_Left);
+    EXPECT_EQ(currentName(), "second");
+    press(view, Qt::Key_Home);
+    EXPECT_EQ(currentName(), "first");
+    press(view, Qt::Key_End);
+    EXPECT_EQ(currentName(), "second");
+    press(view, Qt::Key_Escape);
+    EXPECT_EQ(currentName(), "none");
+}
+
+TEST_F(MarkViewTest, IsNoStopForTheTabKeyWithoutMarks)
+{
+    show({textMark({.place = {0, 0, 10, 10}, .text = "alone"})});
+    EXPECT_EQ(view.focusPolicy(), Qt::NoFocus);
+}
+
+TEST_F(MarkViewTest, KeepsTheCurrentMarkByItsNameWhenThePictureChanges)
+{
+    hover(12, 5);
+    show({bar("new", 0, 10), bar("second", 30, 10)});
+    EXPECT_EQ(currentName(), "second");
+    show({bar("new", 0, 10)});
+    EXPECT_EQ(currentName(), "none");
+}
+
+/// The rows of a picture of `scale` in which a level line of one point at 10.5 has any ink, with
+/// how strong it is.
+std::set<int> inkOfLevelLine(double scale)
+{
+    QImage image(QSize(40, 40) * scale, QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(scale);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    paintMark(painter, lineMark({0, 10.5}, {40, 10.5}, {kBlack}), QPalette());
+    std::set<int> shades;
+    for (int y = 0; y < image.height(); ++y) {
+        shades.insert(qGray(image.pixel(image.width() / 2, y)));
+    }
+    return shades;
+}
+
+TEST(PaintMark, PutsLinesOnWholeDevicePixelsAtEveryScale)
+{
+    for (const double scale : {1.0, 1.25, 1.5, 1.75, 2.0, 3.0}) {
+        EXPECT_THAT(inkOfLevelLine(scale), ElementsAre(0, 255)) << "at scale " << scale;
+    }
+}
+
+TEST(PaintMark, FillsBoxesWithSharpEdgesAtEveryScale)
+{
+    for (const double scale : {1.0, 1.25, 1.5, 2.0}) {
+        QImage image(QSize(40, 40) * scale, QImage::Format_ARGB32_Premultiplied);
+        image.setDevicePixelRatio(scale);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        paintMark(painter, boxMark({3.3, 4.7, 11.1, 9.9}, {kBlack}), QPalette());
+        std::set<int> shades;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                shades.insert(qGray(image.pixel(x, y)));
+            }
+        }
+        EXPECT_THAT(shades, ElementsAre(0, 255)) << "at scale " << scale;
+    }
+}
+
+TEST(PaintMark, TakesItsColoursFromThePalette)
+{
+    QPalette dark;
+    dark.setColor(QPalette::Window, Qt::black);
+    EXPECT_EQ(Look::color(Tint{SystemColor::blue}, dark), QColor(0x0A, 0x84, 0xFF));
+    EXPECT_EQ(Look::color(Tint{Color{1, 2, 3}, 0.5}, dark).alpha(), 128);
+    EXPECT_EQ(Look::color(Tint{InterfaceColor::windowBackground}, dark), QColor(Qt::black));
+}
+
+} // namespace
+} // namespace quillbrook
