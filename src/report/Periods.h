@@ -155,4 +155,32 @@ struct RefreshContext {
     FocusPeriod focusPeriod = FocusPeriod::today;
 };
 
+/// Calls `body` with the member of `owner` that holds the period of a tab's page; not for a page
+/// without periods. An owner has its members under the names that `RefreshContext` uses.
+template <typename Owner, typename Body>
+void withPeriod(Owner& owner, NavTab tab, Body body)
+{
+    switch (tab) {
+    case NavTab::today:
+        return body(owner.todayPeriod);
+    case NavTab::history:
+        return body(owner.historyPeriod);
+    case NavTab::habit:
+        return body(owner.habitPeriod);
+    case NavTab::keylog:
+        return body(owner.keylogPeriod);
+    case NavTab::alerts:
+        return body(owner.alertsPeriod);
+    case NavTab::session:
+        return body(owner.sessionsPeriod);
+    case NavTab::idles:
+        return body(owner.idlesPeriod);
+    case NavTab::focus:
+        return body(owner.focusPeriod);
+    case NavTab::about:
+    case NavTab::life:
+        return;
+    }
+}
+
 } // namespace quillbrook

@@ -3,16 +3,13 @@
 #include "pages/kit/EmptyState.h"
 #include "pages/kit/Line.h"
 #include "pages/kit/LoadingState.h"
-#include "pages/views/PastPage.h"
-#include "pages/views/TodayPage.h"
-#include "platform/qt/QtText.h"
+#include "pages/views/PageTable.h"
 #include "shell/Sidebar.h"
 #include "shell/TitleBlock.h"
 
 #include <QHBoxLayout>
 #include <QSplitter>
 #include <QStackedWidget>
-#include <QStringList>
 #include <QVBoxLayout>
 
 #include <utility>
@@ -24,28 +21,13 @@ namespace {
 constexpr int kToolbarPadding = 10;
 constexpr int kToolbarIndent = 20;
 
-template <typename Period>
-QStringList labelsOf()
-{
-    QStringList labels;
-    for (const auto& each : allCases<Period>) {
-        labels.append(toQString(each.rawValue));
-    }
-    return labels;
-}
-
-/// A period's place in its picker, which follows the order of its cases.
-template <typename Period>
-int indexOf(Period period)
-{
-    return static_cast<int>(period);
-}
-
 } // namespace
 
-ContentView::ContentView(DataProvider& provider, Heartbeat updateHeartbeat, QWidget* parent)
+ContentView::ContentView(
+    DataProvider& provider, const Platform& platform, Heartbeat updateHeartbeat, QWidget* parent)
     : QWidget(parent)
     , provider(provider)
+    , platform(platform)
     , updateHeartbeat(std::move(updateHeartbeat))
     , sidebar(new Sidebar)
     , detail(new QStackedWidget)
@@ -86,14 +68,9 @@ ContentView::ContentView(DataProvider& provider, Heartbeat updateHeartbeat, QWid
         }
     });
     observeSelection();
-    observePeriod(provider.historyPeriod);
-    observePeriod(provider.keylogPeriod);
-    observePeriod(provider.todayPeriod);
-    observePeriod(provider.habitPeriod);
-    observePeriod(provider.sessionsPeriod);
-    observePeriod(provider.idlesPeriod);
-    observePeriod(provider.focusPeriod);
-    observePeriod(provider.alertsPeriod);
+    for (const auto& tab : allCases<NavTab>) {
+        withPeriod(provider, tab.value, [this](auto& period) { observePeriod(period); });
+    }
     subscriptions.push_back(provider.data.observe([this](const auto&) { showDetail(); }));
     subscriptions.push_back(provider.isLoading.observe([this](bool) {
         if (!this->provider.data.get()) {
@@ -103,6 +80,8 @@ ContentView::ContentView(DataProvider& provider, Heartbeat updateHeartbeat, QWid
     sidebar->setSelected(provider.selectedTab.get());
     showDetail();
 }
+
+ContentView::~ContentView() = default;
 
 void ContentView::observeSelection()
 {
@@ -135,50 +114,21 @@ void ContentView::showDetail()
         detail->setCurrentWidget(provider.isLoading.get() ? static_cast<QWidget*>(loading) : empty);
         return;
     }
-    const NavTab tab = provider.selectedTab.get();
-    std::optional<Page> left; // goes only once the next page stands in its place
-    if (!page || page->tab != tab) {
-        left = std::exchange(page, makePage(tab));
-        detail->addWidget(page->widget.get());
+    if (const NavTab tab = provider.selectedTab.get(); !page || pageTab != tab) {
+        openPage(tab);
     }
-    page->setData(*data);
-    detail->setCurrentWidget(page->widget.get());
+    page->show(*data);
+    detail->setCurrentWidget(page.get());
 }
 
-ContentView::Page ContentView::makePage(NavTab tab)
+void ContentView::openPage(NavTab tab)
 {
-    switch (tab) {
-    case NavTab::today:
-        return makePeriodPage(
-            tab, std::make_unique<TodayPage>(labelsOf<TodayPeriod>()), provider.todayPeriod);
-    case NavTab::history:
-        return makePeriodPage(tab,
-            std::make_unique<PastPage>(labelsOf<HistoryPeriod>(),
-                [this](const std::string& bundleId, std::optional<std::int64_t> categoryId) {
-                    provider.changeAppCategory(bundleId, categoryId);
-                }),
-            provider.historyPeriod);
-    default:
-        return {.tab = tab,
-            .widget = std::make_unique<EmptyState>(
-                Sidebar::symbolOf(tab), toQString(rawValue(tab)), QString()),
-            .setData = [](const DashboardData&) {}};
-    }
-}
-
-template <typename PageWidget, typename Period>
-ContentView::Page ContentView::makePeriodPage(
-    NavTab tab, std::unique_ptr<PageWidget> widget, Property<Period>& period)
-{
-    PageWidget* shown = widget.get();
-    shown->setPeriod(indexOf(period.get()));
-    connect(shown, &PageWidget::periodPicked, this, [&period](int index) {
-        period.set(allCases<Period>[static_cast<std::size_t>(index)].value);
-    });
-    return {.tab = tab,
-        .widget = std::move(widget),
-        .setData = [shown](const DashboardData& data) { shown->setData(data); },
-        .period = period.observe([shown](Period chosen) { shown->setPeriod(indexOf(chosen)); })};
+    // The old page goes only once the next one stands in its place.
+    const std::unique_ptr<Page> left
+        = std::exchange(page, pageOf(tab).make({.provider = provider, .platform = platform}));
+    pageTab = tab;
+    detail->addWidget(page.get());
+    detail->setCurrentWidget(page.get());
 }
 
 } // namespace quillbrook

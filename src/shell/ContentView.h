@@ -1,13 +1,13 @@
 #pragma once
 
 #include "base/Property.h"
+#include "platform/Platform.h"
 #include "report/DataProvider.h"
 
 #include <QWidget>
 
 #include <functional>
 #include <memory>
-#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -17,9 +17,8 @@ namespace quillbrook {
 
 class EmptyState;
 class LoadingState;
-class PastPage;
+class Page;
 class Sidebar;
-class TodayPage;
 
 /// The inside of the dashboard window: sidebar, toolbar and the selected page. Here the selection,
 /// the periods and the refresh meet.
@@ -30,32 +29,29 @@ public:
     /// Remembers the page that the user looks at, by its title, for the case of a crash.
     using Heartbeat = std::function<void(std::string_view page)>;
 
-    ContentView(DataProvider& provider, Heartbeat updateHeartbeat, QWidget* parent = nullptr);
+    ContentView(DataProvider& provider, const Platform& platform, Heartbeat updateHeartbeat,
+        QWidget* parent = nullptr);
+    ~ContentView() override;
+
+    ContentView(const ContentView&) = delete;
+    ContentView& operator=(const ContentView&) = delete;
 
 private:
-    /// The page on screen, and what hands it the present record.
-    struct Page {
-        NavTab tab = NavTab::today;
-        std::unique_ptr<QWidget> widget{};
-        std::function<void(const DashboardData&)> setData{};
-        Subscription period{}; // keeps the page's picker on the provider's period
-    };
-
     void observeSelection();
     template <typename Period>
     void observePeriod(Property<Period>& period);
     void showDetail();
-    Page makePage(NavTab tab);
-    template <typename PageWidget, typename Period>
-    Page makePeriodPage(NavTab tab, std::unique_ptr<PageWidget> widget, Property<Period>& period);
+    void openPage(NavTab tab);
 
     DataProvider& provider;
+    Platform platform;
     Heartbeat updateHeartbeat;
     Sidebar* sidebar;
     QStackedWidget* detail;
     LoadingState* loading;
     EmptyState* empty;
-    std::optional<Page> page{}; // made at its selection; what it alone knows goes with it
+    std::unique_ptr<Page> page{}; // made at its selection; what it alone knows goes with it
+    NavTab pageTab = NavTab::today;
     std::vector<Subscription> subscriptions{};
 };
 

@@ -68,7 +68,7 @@ void DashboardWindowController::setIconOnce()
 void DashboardWindowController::makeWindow()
 {
     contentProvider = std::make_unique<DataProvider>(platform);
-    auto* content = new ContentView(*contentProvider, updateHeartbeat);
+    auto* content = new ContentView(*contentProvider, platform, updateHeartbeat);
     window = std::make_unique<DashboardWindow>(content, platform.userDefaults, [this] {
         postPolicy(ActivationPolicy::accessory);
         platform.mainLoop.post([&memory = platform.idleMemory] { memory.giveBack(); });

@@ -3,6 +3,7 @@
 #include "pages/kit/Line.h"
 #include "pages/kit/Look.h"
 #include "pages/kit/TextDrawing.h"
+#include "pages/views/PageTable.h"
 #include "pages/views/VerticalChineseText.h"
 #include "platform/qt/QtText.h"
 #include "shell/AboutRow.h"
@@ -15,28 +16,12 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <array>
+#include <string_view>
+#include <utility>
 
 namespace quillbrook {
 
 namespace {
-
-struct Entry {
-    const char* header; // of the section that begins here, else null
-    const char* title;
-    const char* symbol;
-    NavTab tab;
-};
-
-constexpr std::array kEntries = {
-    Entry{"知行", "Today", "calendar.day.timeline.left", NavTab::today},
-    Entry{nullptr, "Past", "calendar.badge.clock", NavTab::history},
-    Entry{nullptr, "Future", "heart.circle", NavTab::life},
-    Entry{"观照", "Habit", "chart.bar.doc.horizontal", NavTab::habit},
-    Entry{nullptr, "Focus", "scope", NavTab::focus},
-    Entry{"活动", "Tokens", "keyboard", NavTab::keylog},
-    Entry{nullptr, "Alerts", "exclamationmark.triangle", NavTab::alerts},
-};
 
 constexpr int kListPadding = 10;
 constexpr int kHeaderIndent = 8;
@@ -57,11 +42,16 @@ Sidebar::Sidebar(QWidget* parent) : QWidget(parent)
     auto* list = new QVBoxLayout;
     list->setContentsMargins(kListPadding, kListPadding, kListPadding, 0);
     list->setSpacing(1);
-    for (const Entry& entry : kEntries) {
-        if (entry.header != nullptr) {
-            list->addWidget(sectionHeader(entry.header));
+    std::string_view section;
+    for (const PageEntry& page : pageTable()) {
+        if (page.section.empty()) {
+            continue;
         }
-        addRow(*list, entry.tab, new SidebarRow(entry.symbol, entry.title));
+        if (std::exchange(section, page.section) != page.section) {
+            list->addWidget(sectionHeader(toQString(page.section)));
+        }
+        addRow(
+            *list, page.tab, new SidebarRow(toQString(page.symbol), toQString(rawValue(page.tab))));
     }
 
     auto* verse = new QHBoxLayout;
@@ -78,13 +68,6 @@ Sidebar::Sidebar(QWidget* parent) : QWidget(parent)
     column->addLayout(verse);
     column->addWidget(new Line);
     addRow(*column, NavTab::about, new AboutRow);
-}
-
-QString Sidebar::symbolOf(NavTab tab)
-{
-    const auto entry = std::find_if(
-        kEntries.begin(), kEntries.end(), [tab](const Entry& row) { return row.tab == tab; });
-    return entry == kEntries.end() ? "doc.text.magnifyingglass" : entry->symbol;
 }
 
 void Sidebar::addRow(QVBoxLayout& column, NavTab tab, QAbstractButton* button)

@@ -21,9 +21,6 @@ public:
 
     explicit Sidebar(QWidget* parent = nullptr);
 
-    /// The symbol of a page's row; a plain sheet for a page without one.
-    static QString symbolOf(NavTab tab);
-
     /// Marks the selected page, without a signal.
     void setSelected(NavTab tab);
 

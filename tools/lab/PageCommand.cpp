@@ -103,34 +103,6 @@ QJsonObject defaultsOf(const Arguments& arguments)
     return document.object();
 }
 
-/// Calls `body` with the member of `owner` that stands for the periods of a tab; not for a tab
-/// without any.
-template <typename Owner, typename Body>
-void withPeriod(Owner& owner, NavTab tab, Body body)
-{
-    switch (tab) {
-    case NavTab::today:
-        return body(owner.todayPeriod);
-    case NavTab::history:
-        return body(owner.historyPeriod);
-    case NavTab::habit:
-        return body(owner.habitPeriod);
-    case NavTab::keylog:
-        return body(owner.keylogPeriod);
-    case NavTab::alerts:
-        return body(owner.alertsPeriod);
-    case NavTab::session:
-        return body(owner.sessionsPeriod);
-    case NavTab::idles:
-        return body(owner.idlesPeriod);
-    case NavTab::focus:
-        return body(owner.focusPeriod);
-    case NavTab::about:
-    case NavTab::life:
-        return;
-    }
-}
-
 /// Whether a tab has a period of that label.
 bool hasPeriod(NavTab tab, const std::string& label)
 {

@@ -11,7 +11,7 @@ class QAbstractButton;
 namespace quillbrook {
 
 /// A row of segments of which one is chosen.
-class SegmentedPicker final : public QWidget, public Spoken {
+class SegmentedPicker : public QWidget, public Spoken {
     Q_OBJECT
 
 public:

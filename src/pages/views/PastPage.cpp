@@ -3,13 +3,12 @@
 #include "pages/figures/PastFigures.h"
 #include "pages/kit/Motto.h"
 #include "pages/kit/PageTitle.h"
-#include "pages/kit/SegmentedPicker.h"
 #include "pages/views/AppTreemapSection.h"
 #include "pages/views/FigureRow.h"
+#include "pages/views/PeriodPicker.h"
+#include "report/DataProvider.h"
 
 #include <QVBoxLayout>
-
-#include <utility>
 
 namespace quillbrook {
 
@@ -22,38 +21,33 @@ constexpr FigureCard::Shrinking kShrinking{.value = 0.6, .title = 0.6};
 
 } // namespace
 
-PastPage::PastPage(
-    const QStringList& periods, AppTreemap::CategoryChange onCategoryChange, QWidget* parent)
-    : ScrollPage({.around = 20, .between = 20}, parent)
-    , picker(new SegmentedPicker("时段", periods, kPickerWidth))
+PastPage::PastPage(const PageTools& tools, QWidget* parent)
+    : Page({.around = 20, .between = 20}, parent)
     , metrics(new FigureRow(kCards, kShrinking))
-    , treemap(new AppTreemapSection(std::move(onCategoryChange)))
+    , treemap(new AppTreemapSection([&provider = tools.provider](const std::string& bundleId,
+                                        std::optional<std::int64_t> categoryId) {
+        provider.changeAppCategory(bundleId, categoryId);
+    }))
 {
     auto* header = new QVBoxLayout;
     header->setSpacing(kHeaderSpacing);
     header->addWidget(new PageTitle("The Past Is History", PageTitle::Design::system));
-    header->addWidget(picker);
+    header->addWidget(new PeriodPicker(tools.provider, NavTab::history, kPickerWidth));
     column()->addLayout(header);
     metrics->hide();
     column()->addWidget(metrics);
     column()->addWidget(treemap);
     column()->addWidget(new Motto("是日已过，命亦随减，如少水鱼，斯有何乐"));
     column()->addStretch();
-    connect(picker, &SegmentedPicker::picked, this, &PastPage::periodPicked);
 }
 
-void PastPage::setData(const DashboardData& data)
+void PastPage::show(const DashboardData& data)
 {
     metrics->setVisible(data.historyOverview.has_value());
     if (data.historyOverview) {
         metrics->setFigures(metricCards(*data.historyOverview));
     }
     treemap->setAppUsage(data.appUsage);
-}
-
-void PastPage::setPeriod(int index)
-{
-    picker->setCurrent(index);
 }
 
 } // namespace quillbrook

@@ -1,33 +1,23 @@
 #pragma once
 
-#include "pages/kit/ScrollPage.h"
-#include "pages/views/AppTreemap.h"
-#include "report/ReportRecords.h"
-
-#include <QStringList>
+#include "pages/views/Page.h"
 
 namespace quillbrook {
 
 class AppTreemapSection;
 class FigureRow;
-class SegmentedPicker;
 
 /// The Past page: header with picker, four figures, the treemap of applications and a motto.
-class PastPage final : public ScrollPage {
+class PastPage final : public Page {
     Q_OBJECT
 
 public:
-    PastPage(const QStringList& periods, AppTreemap::CategoryChange onCategoryChange,
-        QWidget* parent = nullptr);
+    explicit PastPage(const PageTools& tools, QWidget* parent = nullptr);
 
-    void setData(const DashboardData& data);
-    void setPeriod(int index);
-
-signals:
-    void periodPicked(int index);
+    using Page::show;
+    void show(const DashboardData& data) override;
 
 private:
-    SegmentedPicker* picker;
     FigureRow* metrics;
     AppTreemapSection* treemap;
 };

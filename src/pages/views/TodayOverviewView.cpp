@@ -4,9 +4,9 @@
 #include "pages/kit/IconButton.h"
 #include "pages/kit/PageTitle.h"
 #include "pages/kit/Popover.h"
-#include "pages/kit/SegmentedPicker.h"
 #include "pages/views/FigureRow.h"
 #include "pages/views/KpiInfo.h"
+#include "pages/views/PeriodPicker.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
@@ -25,9 +25,8 @@ constexpr FigureCard::Shrinking kShrinking{.value = 0.7, .title = 1};
 
 } // namespace
 
-TodayOverviewView::TodayOverviewView(const QStringList& periods, QWidget* parent)
+TodayOverviewView::TodayOverviewView(DataProvider& provider, QWidget* parent)
     : QWidget(parent)
-    , picker(new SegmentedPicker("时段", periods, kPickerWidth))
     , info(new IconButton("info.circle", kInfoPixels, "指标说明"))
     , figures(new FigureRow(kCards, kShrinking))
 {
@@ -35,7 +34,7 @@ TodayOverviewView::TodayOverviewView(const QStringList& periods, QWidget* parent
     head->addWidget(new PageTitle("Today Is a Present", PageTitle::Design::serif));
     head->addStretch();
     head->setSpacing(kHeadSpacing);
-    head->addWidget(picker);
+    head->addWidget(new PeriodPicker(provider, NavTab::today, kPickerWidth));
     head->addWidget(info);
 
     auto* column = new QVBoxLayout(this);
@@ -44,7 +43,6 @@ TodayOverviewView::TodayOverviewView(const QStringList& periods, QWidget* parent
     column->addLayout(head);
     column->addWidget(figures);
 
-    connect(picker, &SegmentedPicker::picked, this, &TodayOverviewView::periodPicked);
     connect(info, &IconButton::clicked, this, &TodayOverviewView::showInfo);
 }
 
@@ -52,11 +50,6 @@ void TodayOverviewView::setFigures(
     const TodayOverview& overview, std::int64_t appCount, std::int64_t keystrokeCount)
 {
     figures->setFigures(overviewCards(overview, appCount, keystrokeCount));
-}
-
-void TodayOverviewView::setPeriod(int index)
-{
-    picker->setCurrent(index);
 }
 
 void TodayOverviewView::showInfo()

@@ -8,9 +8,9 @@
 
 namespace quillbrook {
 
-TodayPage::TodayPage(const QStringList& periods, QWidget* parent)
-    : ScrollPage({.around = 24, .between = 20}, parent)
-    , overview(new TodayOverviewView(periods))
+TodayPage::TodayPage(const PageTools& tools, QWidget* parent)
+    : Page({.around = 24, .between = 20}, parent)
+    , overview(new TodayOverviewView(tools.provider))
     , timeline(new TimelineView)
 {
     overview->hide();
@@ -18,10 +18,9 @@ TodayPage::TodayPage(const QStringList& periods, QWidget* parent)
     column()->addWidget(timeline);
     column()->addWidget(new Motto("一切有为法，如梦幻泡影，如露亦如电"));
     column()->addStretch();
-    connect(overview, &TodayOverviewView::periodPicked, this, &TodayPage::periodPicked);
 }
 
-void TodayPage::setData(const DashboardData& data)
+void TodayPage::show(const DashboardData& data)
 {
     overview->setVisible(data.overview.has_value());
     if (data.overview) {
@@ -29,11 +28,6 @@ void TodayPage::setData(const DashboardData& data)
             data.totalKeylogKeystrokes);
     }
     timeline->setTimeline(data.hourlyTimeline);
-}
-
-void TodayPage::setPeriod(int index)
-{
-    overview->setPeriod(index);
 }
 
 } // namespace quillbrook

@@ -1,9 +1,6 @@
 #pragma once
 
-#include "pages/kit/ScrollPage.h"
-#include "report/ReportRecords.h"
-
-#include <QStringList>
+#include "pages/views/Page.h"
 
 namespace quillbrook {
 
@@ -11,17 +8,14 @@ class TimelineView;
 class TodayOverviewView;
 
 /// The Today page: overview, timeline and motto.
-class TodayPage final : public ScrollPage {
+class TodayPage final : public Page {
     Q_OBJECT
 
 public:
-    explicit TodayPage(const QStringList& periods, QWidget* parent = nullptr);
+    explicit TodayPage(const PageTools& tools, QWidget* parent = nullptr);
 
-    void setData(const DashboardData& data);
-    void setPeriod(int index);
-
-signals:
-    void periodPicked(int index);
+    using Page::show;
+    void show(const DashboardData& data) override;
 
 private:
     TodayOverviewView* overview;

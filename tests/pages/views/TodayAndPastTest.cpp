@@ -1,13 +1,11 @@
-#include "pages/kit/IconButton.h"
 #include "pages/views/PastPage.h"
 #include "pages/views/TodayPage.h"
 #include "pages/views/VerticalChineseText.h"
-#include "support/Elements.h"
+#include "support/PagesFixture.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <QAbstractButton>
 #include <QPointer>
 
 namespace quillbrook {
@@ -15,6 +13,9 @@ namespace {
 
 using testing::Contains;
 using testing::ElementsAre;
+
+using TodayPageTest = PagesFixture;
+using PastPageTest = PagesFixture;
 
 DashboardData todayData()
 {
@@ -27,23 +28,17 @@ DashboardData todayData()
         .totalKeylogKeystrokes = 999};
 }
 
-TEST(TodayPageTest, LeavesTheOverviewOutWhileItIsAbsent)
+TEST_F(TodayPageTest, LeavesTheOverviewOutWhileItIsAbsent)
 {
-    TodayPage page({"今日", "昨日"});
-    page.resize(740, 620);
-    page.show();
-    page.setData({});
-    EXPECT_THAT(namesOf(elementsOf(page, QAccessible::StaticText)),
+    const auto page = shownPage<TodayPage>({});
+    EXPECT_THAT(namesOf(elementsOf(*page, QAccessible::StaticText)),
         ElementsAre("时间线", "暂无数据", "一切有为法，如梦幻泡影，如露亦如电"));
 }
 
-TEST(TodayPageTest, ShowsTitleFiguresTimelineAndMottoInThisOrder)
+TEST_F(TodayPageTest, ShowsTitleFiguresTimelineAndMottoInThisOrder)
 {
-    TodayPage page({"今日", "昨日"});
-    page.resize(740, 620);
-    page.show();
-    page.setData(todayData());
-    const auto texts = elementsOf(page, QAccessible::StaticText);
+    const auto page = shownPage<TodayPage>(todayData());
+    const auto texts = elementsOf(*page, QAccessible::StaticText);
     EXPECT_THAT(namesOf(texts),
         ElementsAre("Today Is a Present", "3 个会话", "单次最长 1h1m", "切换 3 次", "今日键盘输入",
             "时间线", "暂无数据", "一切有为法，如梦幻泡影，如露亦如电"));
@@ -53,44 +48,28 @@ TEST(TodayPageTest, ShowsTitleFiguresTimelineAndMottoInThisOrder)
     EXPECT_EQ(texts[4].value, "999");
 }
 
-TEST(TodayPageTest, TellsOfAPickedPeriodOnce)
+TEST_F(TodayPageTest, SetsThePeriodThatIsPicked)
 {
-    TodayPage page({"今日", "昨日"});
-    page.setData(todayData());
-    std::vector<int> picked;
-    QObject::connect(&page, &TodayPage::periodPicked, [&](int index) { picked.push_back(index); });
-    for (auto* button : page.findChildren<QAbstractButton*>()) {
-        if (button->text() == "昨日") {
-            button->click();
-            button->click();
-        }
-    }
-    EXPECT_EQ(picked, std::vector{1});
+    const auto page = shownPage<TodayPage>(todayData());
+    button(*page, "昨日").click();
+    EXPECT_EQ(provider.todayPeriod.get(), TodayPeriod::yesterday);
 }
 
-TEST(TodayPageTest, ReachesEveryControlByKeyboard)
+TEST_F(TodayPageTest, ReachesEveryControlByKeyboard)
 {
-    TodayPage page({"今日", "昨日"});
-    page.setData(todayData());
+    const auto page = shownPage<TodayPage>(todayData());
     int named = 0;
-    for (const auto* button : page.findChildren<QAbstractButton*>()) {
+    for (const auto* button : page->findChildren<QAbstractButton*>()) {
         EXPECT_TRUE(button->focusPolicy() & Qt::TabFocus);
         named += button->accessibleName().isEmpty() ? 0 : 1;
     }
     EXPECT_EQ(named, 4); // two periods, the information, the export
 }
 
-TEST(TodayPageTest, ExplainsItsFiguresInAPopover)
+TEST_F(TodayPageTest, ExplainsItsFiguresInAPopover)
 {
-    TodayPage page({"今日", "昨日"});
-    page.resize(740, 620);
-    page.show();
-    page.setData(todayData());
-    for (auto* button : page.findChildren<IconButton*>()) {
-        if (button->accessibleName() == "指标说明") {
-            button->click();
-        }
-    }
+    const auto page = shownPage<TodayPage>(todayData());
+    button(*page, "指标说明").click();
     QPointer<QWidget> popover = QApplication::activePopupWidget();
     ASSERT_NE(popover, nullptr);
     EXPECT_EQ(popover->width(), 380);
@@ -102,17 +81,14 @@ TEST(TodayPageTest, ExplainsItsFiguresInAPopover)
     EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
 }
 
-TEST(PastPageTest, LeavesTheFiguresOutWhileTheyAreAbsent)
+TEST_F(PastPageTest, LeavesTheFiguresOutWhileTheyAreAbsent)
 {
-    PastPage page({"今日"}, {});
-    page.resize(740, 620);
-    page.show();
-    page.setData({});
-    EXPECT_THAT(namesOf(elementsOf(page, QAccessible::StaticText)),
+    const auto page = shownPage<PastPage>({});
+    EXPECT_THAT(namesOf(elementsOf(*page, QAccessible::StaticText)),
         ElementsAre("The Past Is History", "应用的活跃时长", "暂无数据",
             "是日已过，命亦随减，如少水鱼，斯有何乐"));
-    page.setData({.historyOverview = HistoryOverview{.bootCount = 2}});
-    EXPECT_THAT(elementsOf(page, QAccessible::StaticText),
+    page->show({.historyOverview = HistoryOverview{.bootCount = 2}});
+    EXPECT_THAT(elementsOf(*page, QAccessible::StaticText),
         Contains(Element{QAccessible::StaticText, "开关机", "2 次"}));
 }
 
@@ -124,15 +100,13 @@ TEST(VerticalChineseTextTest, IsOneTextForEachColumn)
         namesOf(elementsOf(text, QAccessible::StaticText)), ElementsAre("观自在菩萨", "墨川"));
 }
 
-TEST(Pages, FitTheSmallestWindowBesideTheSidebar)
+TEST_F(PastPageTest, FitTheSmallestWindowBesideTheSidebar)
 {
-    TodayPage today({"今日", "昨日"});
-    today.setData(todayData());
-    PastPage past({"今日", "昨日", "本周", "本月", "本年", "全部"}, {});
-    past.setData({.historyOverview = HistoryOverview{}});
+    const auto today = shownPage<TodayPage>(todayData());
+    const auto past = shownPage<PastPage>({.historyOverview = HistoryOverview{}});
     constexpr int kRoom = 820 - 220 - 10; // without the sidebar and the scroll bar
-    EXPECT_LE(today.widget()->minimumSizeHint().width(), kRoom);
-    EXPECT_LE(past.widget()->minimumSizeHint().width(), kRoom);
+    EXPECT_LE(today->widget()->minimumSizeHint().width(), kRoom);
+    EXPECT_LE(past->widget()->minimumSizeHint().width(), kRoom);
 }
 
 } // namespace

@@ -1,0 +1,58 @@
+#include "pages/views/PageTable.h"
+
+#include "base/Fatal.h"
+#include "pages/views/PastPage.h"
+#include "pages/views/PlaceholderPage.h"
+#include "pages/views/TodayPage.h"
+
+#include <algorithm>
+#include <array>
+
+namespace quillbrook {
+
+namespace {
+
+template <typename PageType>
+std::unique_ptr<Page> make(const PageTools& tools)
+{
+    return std::make_unique<PageType>(tools);
+}
+
+template <NavTab Tab>
+std::unique_ptr<Page> makePlaceholder(const PageTools&)
+{
+    return std::make_unique<PlaceholderPage>(Tab);
+}
+
+// Sessions and Idles are for the search for faults: they can be shown, and have no row.
+constexpr std::array kPages = {
+    PageEntry{NavTab::today, "知行", "calendar.day.timeline.left", make<TodayPage>},
+    PageEntry{NavTab::history, "知行", "calendar.badge.clock", make<PastPage>},
+    PageEntry{NavTab::life, "知行", "heart.circle", makePlaceholder<NavTab::life>},
+    PageEntry{NavTab::habit, "观照", "chart.bar.doc.horizontal", makePlaceholder<NavTab::habit>},
+    PageEntry{NavTab::focus, "观照", "scope", makePlaceholder<NavTab::focus>},
+    PageEntry{NavTab::keylog, "活动", "keyboard", makePlaceholder<NavTab::keylog>},
+    PageEntry{NavTab::alerts, "活动", "exclamationmark.triangle", makePlaceholder<NavTab::alerts>},
+    PageEntry{NavTab::about, {}, "info.circle", makePlaceholder<NavTab::about>},
+    PageEntry{NavTab::session, {}, "doc.text.magnifyingglass", makePlaceholder<NavTab::session>},
+    PageEntry{NavTab::idles, {}, "doc.text.magnifyingglass", makePlaceholder<NavTab::idles>},
+};
+
+} // namespace
+
+std::span<const PageEntry> pageTable()
+{
+    return kPages;
+}
+
+const PageEntry& pageOf(NavTab tab)
+{
+    const auto* const found = std::find_if(
+        kPages.begin(), kPages.end(), [tab](const PageEntry& entry) { return entry.tab == tab; });
+    if (found == kPages.end()) {
+        fatal("pageOf: a tab without a page");
+    }
+    return *found;
+}
+
+} // namespace quillbrook
