@@ -83,6 +83,7 @@ enum class MarkRole : std::uint8_t {
 struct Mark {
     Shape shape = Box{};
     std::vector<Tint> fills{}; // one layer over the other; none paints nothing
+    std::optional<InterfaceColor> ground{}; // mixed with the fills into one opaque layer
     std::optional<Stroke> stroke{};
     std::vector<TextLine> texts{};
     std::vector<SymbolMark> symbols{};
