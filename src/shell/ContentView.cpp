@@ -4,6 +4,7 @@
 #include "pages/kit/Line.h"
 #include "pages/kit/LoadingState.h"
 #include "pages/views/PageTable.h"
+#include "shell/ShareScreenshotButton.h"
 #include "shell/Sidebar.h"
 #include "shell/TitleBlock.h"
 
@@ -42,6 +43,7 @@ ContentView::ContentView(
     toolbar->setContentsMargins(kToolbarIndent, kToolbarPadding, kToolbarIndent, kToolbarPadding);
     toolbar->addWidget(new TitleBlock);
     toolbar->addStretch();
+    toolbar->addWidget(new ShareScreenshotButton);
     auto* main = new QWidget;
     auto* column = new QVBoxLayout(main);
     column->setContentsMargins(0, 0, 0, 0);

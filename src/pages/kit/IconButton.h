@@ -7,7 +7,7 @@
 namespace quillbrook {
 
 /// A button without a bezel that shows a symbol in the secondary colour.
-class IconButton final : public QAbstractButton, public Spoken {
+class IconButton : public QAbstractButton, public Spoken {
     Q_OBJECT
 
 public:
