@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace quillbrook {
 
@@ -30,6 +31,16 @@ void addSteps(QPainterPath& outline, const Path& path)
             break;
         }
     }
+}
+
+/// What an opaque colour looks like under another one.
+QColor laidOver(const QColor& ground, const QColor& color)
+{
+    const float opacity = color.alphaF();
+    const auto mixed
+        = [opacity](float below, float above) { return below + (above - below) * opacity; };
+    return QColor::fromRgbF(mixed(ground.redF(), color.redF()),
+        mixed(ground.greenF(), color.greenF()), mixed(ground.blueF(), color.blueF()));
 }
 
 /// Fills a rectangle that lies on whole device pixels, where smooth edges would only blur.
@@ -70,13 +81,13 @@ struct Paint {
             return;
         }
         const QRectF rect = onDevicePixels(painter, toQRectF(box.rect));
-        for (const Tint& fill : mark.fills) {
+        for (const QColor& fill : layers()) {
             if (box.radius > 0) {
                 painter.setPen(Qt::NoPen);
-                painter.setBrush(Look::color(fill, palette));
+                painter.setBrush(fill);
                 painter.drawRoundedRect(rect, box.radius, box.radius);
             } else {
-                fillSharp(painter, rect, Look::color(fill, palette));
+                fillSharp(painter, rect, fill);
             }
         }
         if (mark.stroke) {
@@ -113,9 +124,9 @@ struct Paint {
 
     void operator()(const Circle& circle) const
     {
-        for (const Tint& fill : mark.fills) {
+        for (const QColor& fill : layers()) {
             painter.setPen(Qt::NoPen);
-            painter.setBrush(Look::color(fill, palette));
+            painter.setBrush(fill);
             painter.drawEllipse(toQPointF(circle.center), circle.radius, circle.radius);
         }
         if (mark.stroke) {
@@ -131,8 +142,8 @@ struct Paint {
             return;
         }
         const QPainterPath outline = outlineOf(path);
-        for (const Tint& fill : mark.fills) {
-            painter.fillPath(outline, Look::color(fill, palette));
+        for (const QColor& fill : layers()) {
+            painter.fillPath(outline, fill);
         }
         if (mark.stroke) {
             painter.strokePath(outline, pen(mark.stroke->width));
@@ -140,6 +151,23 @@ struct Paint {
     }
 
 private:
+    /// What is filled, from the lowest: all fills, or what they make of the ground.
+    std::vector<QColor> layers() const
+    {
+        std::vector<QColor> colors;
+        for (const Tint& fill : mark.fills) {
+            colors.push_back(Look::color(fill, palette));
+        }
+        if (!mark.ground || colors.empty()) {
+            return colors;
+        }
+        QColor mixed = Look::color(Tint{*mark.ground}, palette);
+        for (const QColor& color : colors) {
+            mixed = laidOver(mixed, color);
+        }
+        return {mixed};
+    }
+
     QPen pen(double width, Qt::PenJoinStyle join = Qt::RoundJoin) const
     {
         return {Look::color(mark.stroke->tint, palette), width, Qt::SolidLine, Qt::RoundCap, join};

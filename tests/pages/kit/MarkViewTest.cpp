@@ -11,6 +11,7 @@
 #include <QImage>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPalette>
 #include <QToolTip>
 
 #include <set>
@@ -221,6 +222,34 @@ TEST(PaintMark, FillsBoxesWithSharpEdgesAtEveryScale)
         }
         EXPECT_THAT(shades, ElementsAre(0, 255)) << "at scale " << scale;
     }
+}
+
+Mark areaUpTo(double x, Color color)
+{
+    return {.shape = Path{moveTo({0, 0}), lineTo({x, 0}), lineTo({x, 40}), lineTo({0, 40})},
+        .fills = {{color, 0.5}},
+        .ground = InterfaceColor::controlBackground};
+}
+
+TEST(PaintMark, MixesFillsAndGroundIntoOneOpaqueColour)
+{
+    QPalette palette;
+    palette.setColor(QPalette::Base, Qt::white);
+    ASSERT_EQ(Look::controlBackground(palette), QColor(Qt::white));
+    QImage image(40, 40, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    paintMark(painter, areaUpTo(30, {255, 0, 0}), palette);
+    paintMark(painter, areaUpTo(10.5, {0, 0, 255}), palette);
+    painter.end();
+    EXPECT_NEAR(qRed(image.pixel(20, 20)), 255, 1);
+    EXPECT_NEAR(qGreen(image.pixel(20, 20)), 128, 1);
+    EXPECT_NEAR(qRed(image.pixel(5, 20)), 128, 1); // nothing of the red below
+    EXPECT_NEAR(qBlue(image.pixel(5, 20)), 255, 1);
+    // The pixel of their edge is half the one and half the other, and none of the ground.
+    EXPECT_NEAR(qRed(image.pixel(10, 20)), 191, 3);
+    EXPECT_NEAR(qGreen(image.pixel(10, 20)), 128, 3);
+    EXPECT_NEAR(qBlue(image.pixel(10, 20)), 191, 3);
 }
 
 TEST(PaintMark, TakesItsColoursFromThePalette)
