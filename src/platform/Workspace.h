@@ -27,8 +27,8 @@ public:
     virtual ~Workspace() = default;
 
     /// The application that receives the keys, if any. macOS: `NSWorkspace.frontmostApplication`;
-    /// Linux: the owner of the active window, and the desktop itself when there is none. Cheap
-    /// enough for every second.
+    /// Linux: the owner of the active window, the desktop itself where a window manager tells that
+    /// there is none, and nothing where nobody can tell. Cheap enough for every second.
     virtual std::optional<RunningApplication> frontmostApplication() const = 0;
 
     /// How many processes of this application run, the asking one included. macOS:

@@ -321,7 +321,10 @@ class RecordingTest(DesktopTest):
         self.start_working()
         count = 1
         for given, recorded in (("O'Neil \"Q\" 📝; DROP TABLE app_sessions;--",) * 2,
-                                ("n" * 4096,) * 2, (b"bad\xff\xfebytes", "bad\ufffd\ufffdbytes")):
+                                ("n" * 4096, "n" * 200),
+                                ("a\n[2026-01-01T00:00:00Z] ✅ 就绪",
+                                 "a [2026-01-01T00:00:00Z] ✅ 就绪"),
+                                (b"bad\xff\xfebytes", "bad\ufffd\ufffdbytes")):
             desktop.tool("xprop", "-id", odd_window, "-f", "WM_CLASS", "8s",
                          "-set", "WM_CLASS", given)
             desktop.tool("xdotool", "windowactivate", odd_window)
@@ -332,6 +335,22 @@ class RecordingTest(DesktopTest):
             count += 1
             desktop.wait_for_session("XTerm", count)
         self.assertNotIn("⚠️ SQL", desktop.log())
+        self.assertNotIn("\n[2026-01-01T00:00:00Z]", desktop.log())
+
+    def test_without_a_window_manager_the_focus_tells(self):
+        desktop = self.desktop
+        desktop.kill(desktop.window_manager)
+        desktop.start_recorder()
+        wait_for(lambda: desktop.visible_window("^Quillbrook$"), "the dashboard")
+        for _ in range(20):
+            desktop.press("a")
+            desktop.let_minutes_pass(0.2)
+        self.assertEqual(desktop.sessions(), [], "nobody knows of an application in front")
+        desktop.spawn(["xcalc"])
+        window = wait_for(lambda: desktop.visible_window("^Calculator$"), "the calculator")
+        desktop.tool("xdotool", "windowfocus", "--sync", str(window))
+        desktop.press("1")
+        desktop.wait_for_session("XCalc", 1)
 
     def test_output_that_nobody_reads(self):
         desktop = self.desktop

@@ -12,8 +12,14 @@
 
 namespace quillbrook {
 
-XServer::XServer()
+XServer::XServer(const std::vector<std::string>& options)
 {
+    std::vector<const char*> arguments = {
+        "Xvfb", "-displayfd", "3", "-screen", "0", "1280x800x24", "-nolisten", "tcp", "-noreset"};
+    for (const std::string& option : options) {
+        arguments.push_back(option.c_str());
+    }
+    arguments.push_back(nullptr);
     std::array<int, 2> pipeEnds{};
     if (pipe(pipeEnds.data()) != 0) {
         fatal("no pipe for the X server");
@@ -22,8 +28,7 @@ XServer::XServer()
     if (process == 0) {
         prctl(PR_SET_PDEATHSIG, SIGKILL); // a test that dies leaves no server behind
         dup2(pipeEnds[1], 3);
-        execlp("Xvfb", "Xvfb", "-displayfd", "3", "-screen", "0", "1280x800x24", "-nolisten", "tcp",
-            "-noreset", nullptr);
+        execvp("Xvfb", const_cast<char* const*>(arguments.data()));
         _exit(127);
     }
     close(pipeEnds[1]);

@@ -3,13 +3,15 @@
 #include <sys/types.h>
 
 #include <string>
+#include <vector>
 
 namespace quillbrook {
 
 /// A virtual X server of a test's own, which $DISPLAY names while it runs. No window manager.
 class XServer {
 public:
-    XServer();
+    /// `options` are added to those of its command line.
+    explicit XServer(const std::vector<std::string>& options = {});
     ~XServer();
 
     XServer(const XServer&) = delete;

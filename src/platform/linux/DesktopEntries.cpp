@@ -30,11 +30,16 @@ std::string environment(const char* name)
     return value != nullptr ? value : "";
 }
 
-/// Whether a program runs others, so that its name tells nothing of what it runs.
-bool isInterpreter(const std::string& executable)
+/// Whether a program runs others, so that its name, with a version or without, tells nothing of
+/// what it runs.
+bool isInterpreter(const std::string& program)
 {
-    return std::ranges::any_of(kInterpreters,
-        [&](std::string_view interpreter) { return executable.starts_with(interpreter); });
+    return std::ranges::any_of(kInterpreters, [&](std::string_view interpreter) {
+        constexpr std::string_view kLetters = "abcdefghijklmnopqrstuvwxyz";
+        return program.starts_with(interpreter)
+            && (program.size() == interpreter.size()
+                || kLetters.find(program[interpreter.size()]) == std::string_view::npos);
+    });
 }
 
 std::string beginningOf(const fs::path& path)
@@ -87,15 +92,18 @@ const DesktopEntry* DesktopEntries::find(const WindowTraits& traits)
         readAll();
     }
     // What a window says of its entry comes first, then what entries say of their windows, then
-    // likeness of names, and at the very last the program that runs.
+    // likeness of names, and at the very last the program that runs. The instance comes before the
+    // class: the web applications of a browser have their own entries and the browser's class.
     for (const std::string* id : {&traits.kdeDesktopFile, &traits.gtkApplicationId}) {
         if (const auto* entry = first(byId, *id)) {
             return entry;
         }
     }
     for (const Index* index : {&byWmClass, &byId}) {
-        for (const std::string* text : {&traits.className, &traits.instance}) {
-            if (const auto* entry = first(*index, *text)) {
+        for (const std::string* text : {&traits.instance, &traits.className}) {
+            const bool tellsNothing = text == &traits.instance && isInterpreter(*text);
+            const auto* entry = tellsNothing ? nullptr : first(*index, *text);
+            if (entry != nullptr) {
                 return entry;
             }
         }

@@ -2,13 +2,14 @@
 
 #include "base/Lifetime.h"
 #include "platform/Workspace.h"
-#include "platform/linux/WindowTraits.h"
+#include "platform/linux/ActiveWindow.h"
+#include "platform/linux/WindowReader.h"
+#include "platform/linux/WindowWatch.h"
 
 #include <xcb/xcb.h>
 
 #include <cstdint>
 #include <optional>
-#include <string>
 
 namespace quillbrook {
 
@@ -16,17 +17,12 @@ class DesktopEntries;
 class MainLoop;
 class X11Connection;
 
-/// The name and identifier under which a window's application is recorded: those of its desktop
-/// entry, else its class, else its program's name. Programs that the category rules should know get
-/// the identifier that they know.
-RunningApplication applicationOf(const WindowTraits& traits, DesktopEntries& entries);
-
 /// The application in front on an X11 desktop, kept current by the server's events, so that asking
 /// costs no round trip.
 ///
 /// Window managers report "no active window" for some milliseconds in ordinary switches: the last
-/// application is held for half a second. A front that stays empty is the desktop itself. Main
-/// thread only.
+/// application is held for half a second. A front that stays empty is the desktop itself where a
+/// window manager tells so, and none where nobody can tell. Main thread only.
 class FrontApplication {
 public:
     FrontApplication(X11Connection& x11, DesktopEntries& entries, MainLoop& mainLoop);
@@ -34,27 +30,24 @@ public:
     FrontApplication(const FrontApplication&) = delete;
     FrontApplication& operator=(const FrontApplication&) = delete;
 
-    /// Empty while nothing is known yet, and for good without an X server.
+    /// Empty while nothing is known, and for good without an X server.
     const std::optional<RunningApplication>& current() const { return application; }
 
 private:
     void handle(const xcb_generic_event_t& event);
     void update();
+    SeenWindow servedBy(const SeenWindow& seen) const;
     void hold();
-    bool hasWindowManager();
-    std::optional<xcb_window_t> windowNamedBy(xcb_window_t window, xcb_atom_t property);
-    std::optional<WindowTraits> traitsOf(xcb_window_t window);
-    void watch(xcb_window_t window);
 
     X11Connection& x11;
     DesktopEntries& entries;
     MainLoop& mainLoop;
-    xcb_atom_t activeWindowAtom;
-    xcb_atom_t gtkApplicationIdAtom;
-    xcb_atom_t kdeDesktopFileAtom;
-    xcb_atom_t pidAtom;
-    xcb_window_t watched = 0; // whose end is told to us
-    std::uint64_t changes = 0; // of the front, by which a hold sees that it is over
+    ActiveWindow active;
+    WindowReader reader;
+    WindowWatch front; // whose end and whose changes are told to us
+    bool tellsEmptyFront; // of the server: false where it doesn't know of all windows
+    std::uint64_t fronts = 0; // seen so far, by which a hold sees that it is over
+    bool isHolding = false;
     std::optional<RunningApplication> application{};
 
     Lifetime lifetime{};

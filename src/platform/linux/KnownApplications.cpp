@@ -321,6 +321,33 @@ constexpr KnownApplication kKnownApplications[] = {
     {"zoom", "us.zoom.xos"},
 };
 
+/// Applications whose windows have ids of a common beginning.
+struct KnownFamily {
+    std::string_view beginning; // of the Linux id; in lower case
+    std::string_view bundleIdentifier;
+    bool isOneApplication; // else the rest of the id tells its members apart
+};
+
+constexpr KnownFamily kKnownFamilies[] = {
+    {"gimp-", "com.adobe.Photoshop.gimp", true}, // and the version
+    {"minecraft ", "com.mojang.minecraft", true}, // and the version
+    {"minecraft* ", "com.mojang.minecraft", true}, // one that was modified
+    {"steam_app_", "com.valvesoftware.steam.app.", false}, // and the number of the game
+};
+
+std::string ofFamily(std::string_view lowerId)
+{
+    for (const KnownFamily& family : kKnownFamilies) {
+        if (lowerId.starts_with(family.beginning)) {
+            std::string bundleIdentifier(family.bundleIdentifier);
+            return family.isOneApplication
+                ? bundleIdentifier
+                : bundleIdentifier.append(lowerId.substr(family.beginning.size()));
+        }
+    }
+    return {};
+}
+
 } // namespace
 
 std::span<const KnownApplication> knownApplications()
@@ -328,15 +355,15 @@ std::span<const KnownApplication> knownApplications()
     return kKnownApplications;
 }
 
-std::string_view knownBundleIdentifier(std::string_view linuxId)
+std::string knownBundleIdentifier(std::string_view linuxId)
 {
     const std::string sought = asciiLowered(linuxId);
     const auto* found = std::ranges::lower_bound(
         kKnownApplications, std::string_view(sought), {}, &KnownApplication::linuxId);
     if (found == std::end(kKnownApplications) || found->linuxId != sought) {
-        return {};
+        return ofFamily(sought);
     }
-    return found->bundleIdentifier;
+    return std::string(found->bundleIdentifier);
 }
 
 } // namespace quillbrook

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace quillbrook {
@@ -19,7 +20,8 @@ struct KnownApplication {
 std::span<const KnownApplication> knownApplications();
 
 /// The bundle identifier of an application by its Linux id, capitals and small letters alike;
-/// empty when it isn't known.
-std::string_view knownBundleIdentifier(std::string_view linuxId);
+/// empty when it isn't known. Ids that carry a version or a game's number behind their name are
+/// known by the name.
+std::string knownBundleIdentifier(std::string_view linuxId);
 
 } // namespace quillbrook

@@ -65,6 +65,18 @@ std::string executableOf(pid_t process)
     return path;
 }
 
+bool knowsItselfAs(pid_t process, pid_t number)
+{
+    std::ifstream stream(directoryOf(process) / "status");
+    for (std::string line; std::getline(stream, line);) {
+        if (line.starts_with("NSpid:")) {
+            const std::string_view numbers = line;
+            return numbers.substr(numbers.find_last_of("\t ") + 1) == std::to_string(number);
+        }
+    }
+    return process == number; // no containers here
+}
+
 int instancesOfThisProgram()
 {
     const std::string executable = executableOf(getpid());

@@ -1,6 +1,7 @@
 #include "platform/linux/X11Connection.h"
 
 #include "platform/linux/Notice.h"
+#include "platform/linux/WindowWatch.h"
 #include "platform/linux/XcbReply.h"
 
 #include <QSocketNotifier>
@@ -83,6 +84,22 @@ void X11Connection::drain()
     if (xcb_connection_has_error(connection) != 0) {
         lose();
     }
+}
+
+void X11Connection::selectEvents(xcb_window_t window)
+{
+    if (window == XCB_WINDOW_NONE || !usable) {
+        return;
+    }
+    std::uint32_t events = XCB_EVENT_MASK_NO_EVENT;
+    for (const WindowWatch* watch : watches) {
+        if (watch->window() == window) {
+            events |= watch->events();
+        }
+    }
+    // A window that is gone gives an error, which nobody waits for.
+    xcb_change_window_attributes(connection, window, XCB_CW_EVENT_MASK, &events);
+    xcb_flush(connection);
 }
 
 void X11Connection::lose()

@@ -10,8 +10,12 @@ class QSocketNotifier;
 
 namespace quillbrook {
 
+class WindowWatch;
+
 /// The recorder's own connection to the X server of $DISPLAY. Qt keeps one of its own, whose event
 /// masks stay untouched.
+///
+/// Which events of a window come is said with a `WindowWatch`.
 ///
 /// When there is no server, or it goes away, the connection is unusable, which is one notice; all
 /// that asks it then answers as if nothing were known. Main thread only.
@@ -42,6 +46,9 @@ public:
     /// The first event number of an extension; 0 when the server has none such.
     std::uint8_t firstEvent(xcb_extension_t& extension) const;
 
+    /// Whether the server has an extension.
+    bool has(xcb_extension_t& extension) const { return majorOpcode(extension) != 0; }
+
     /// Calls `handler` with each event that comes, errors left out. It may send requests and wait
     /// for replies.
     void addHandler(EventHandler handler) { handlers.push_back(std::move(handler)); }
@@ -51,6 +58,11 @@ public:
     void drain();
 
 private:
+    friend class WindowWatch;
+
+    void add(WindowWatch& watch) { watches.push_back(&watch); }
+    void remove(const WindowWatch& watch) { std::erase(watches, &watch); }
+    void selectEvents(xcb_window_t window);
     void lose();
 
     xcb_connection_t* connection = nullptr;
@@ -58,6 +70,7 @@ private:
     bool usable = false;
     bool isDraining = false;
     std::vector<EventHandler> handlers{};
+    std::vector<const WindowWatch*> watches{};
     std::unique_ptr<QSocketNotifier> notifier;
 };
 

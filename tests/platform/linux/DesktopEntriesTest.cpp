@@ -1,5 +1,4 @@
 #include "platform/linux/DesktopEntries.h"
-#include "platform/linux/FrontApplication.h"
 #include "support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
@@ -146,27 +145,6 @@ TEST_F(DesktopEntriesTest, ADirectoryThatIsMadeLaterIsSeen)
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 100);
     }
     EXPECT_EQ(idOf({.className = "Late"}), "late");
-}
-
-TEST_F(DesktopEntriesTest, NameAndIdentifierOfAnApplication)
-{
-    write(system / "firefox-esr.desktop",
-        "Name=Firefox ESR\nName[zh_CN]=火狐\nStartupWMClass=firefox-esr\n");
-    write(system / "org.example.Tool.desktop", "Name=Tool\n");
-    const auto check = [this](const WindowTraits& traits, const char* name, const char* bundle) {
-        const RunningApplication application = applicationOf(traits, entries);
-        EXPECT_EQ(application.localizedName, name);
-        EXPECT_EQ(application.bundleIdentifier, bundle);
-    };
-    check({.instance = "Navigator", .className = "firefox-esr"}, "火狐", "org.mozilla.firefox");
-    check({.className = "Tool"}, "Tool", "org.example.Tool");
-    check({.instance = "vlc", .className = "vlc"}, "vlc", "com.videolan.vlc");
-    check({.instance = "i", .className = "Odd"}, "Odd", "Odd");
-    check({.executable = "konsole-like"}, "konsole-like", "konsole-like");
-    check({.executable = "xterm"}, "xterm", "com.apple.Terminal.xterm");
-    check({.instance = "quillbrook", .className = "Quillbrook"}, "Quillbrook",
-        "cn.tarnlow.quillbrook");
-    check({}, "未知应用", "unknown");
 }
 
 TEST(StandardDirectories, AreTheUsersThenTheSystems)

@@ -169,6 +169,15 @@ TEST(KnownApplications, OthersAreNotKnown)
     EXPECT_EQ(knownBundleIdentifier("zzz"), "");
 }
 
+TEST(KnownApplications, IdsWithANumberBehindThemAreKnown)
+{
+    EXPECT_EQ(knownBundleIdentifier("Steam_App_570"), "com.valvesoftware.steam.app.570");
+    EXPECT_EQ(knownBundleIdentifier("Minecraft* 1.20.1"), "com.mojang.minecraft");
+    EXPECT_EQ(knownBundleIdentifier("gimp-2.99"), "com.adobe.Photoshop.gimp");
+    EXPECT_EQ(knownBundleIdentifier("minecraft-launcher"), "com.mojang.minecraft");
+    EXPECT_EQ(knownBundleIdentifier("minecraftish"), "");
+}
+
 TEST(KnownApplications, TwoOfAKindStayTwo)
 {
     EXPECT_NE(knownBundleIdentifier("xterm"), knownBundleIdentifier("konsole"));

@@ -36,6 +36,33 @@ TEST(WmClass, KeepsLongNamesAndRepairsBytes)
     EXPECT_EQ(traitsIn("a\xff\0\xf0\x9f\x93\0"sv), (WindowTraits{"a\uFFFD", "\uFFFD\uFFFD\uFFFD"}));
 }
 
+TEST(WmClass, HasNoBlanksAtTheEnds)
+{
+    EXPECT_EQ(traitsIn("zoom\0zoom \0"sv), (WindowTraits{"zoom", "zoom"}));
+    EXPECT_EQ(traitsIn(" \n\0\t\0"sv), WindowTraits{});
+}
+
+TEST(ClientMachine, IsOursByItsShortOrItsLongName)
+{
+    EXPECT_TRUE(isThisMachine("box", "box"));
+    EXPECT_TRUE(isThisMachine("box.example.org", "box"));
+    EXPECT_TRUE(isThisMachine("box", "box.example.org"));
+    EXPECT_TRUE(isThisMachine("", "box"));
+    EXPECT_FALSE(isThisMachine("boxer", "box"));
+    EXPECT_FALSE(isThisMachine("server.example.org", "box"));
+    EXPECT_FALSE(isThisMachine("box.example.net", "box.example.org"));
+    EXPECT_FALSE(isThisMachine("other", ""));
+}
+
+TEST(PortalWindow, IsToldByAnyOfItsNames)
+{
+    EXPECT_TRUE(isPortal({.className = "Xdg-desktop-portal-gtk"}));
+    EXPECT_TRUE(isPortal({.instance = "org.freedesktop.impl.portal.desktop.kde"}));
+    EXPECT_TRUE(isPortal({.className = "Odd", .executable = "xdg-desktop-portal-gnome"}));
+    EXPECT_FALSE(isPortal({.className = "Portal"}));
+    EXPECT_FALSE(isPortal({}));
+}
+
 TEST(XkbIdentifier, IsThatOfTheGroup)
 {
     constexpr auto kNames = "evdev\0pc105\0us,de,cn\0,dvorak,altgr-pinyin\0grp:x\0"sv;

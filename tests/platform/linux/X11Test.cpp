@@ -8,18 +8,11 @@
 #include "platform/linux/XcbReply.h"
 #include "platform/linux/XkbLayout.h"
 #include "platform/linux/XkbProtocol.h"
-#include "platform/qt/QtMainLoop.h"
-#include "support/XServer.h"
+#include "tests/platform/linux/X11Fixture.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
-#include <QDeadlineTimer>
-#include <QTimer>
-
 #include <cstdlib>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -27,262 +20,6 @@
 
 namespace quillbrook {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
-
-/// Another client of the server: programs with their windows, and a window manager played by hand.
-class Client {
-public:
-    Client()
-        : connection(xcb_connect(nullptr, nullptr))
-        , root(xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root)
-        , activeWindow(atom("_NET_ACTIVE_WINDOW"))
-    {
-    }
-    ~Client() { xcb_disconnect(connection); }
-
-    Client(const Client&) = delete;
-    Client& operator=(const Client&) = delete;
-
-    xcb_atom_t atom(const std::string& name)
-    {
-        const XcbReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection,
-            xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.c_str()),
-            nullptr));
-        return reply->atom;
-    }
-
-    xcb_window_t makeWindow(const std::string& className)
-    {
-        const xcb_window_t window = xcb_generate_id(connection);
-        xcb_create_window(connection, 0, window, root, 0, 0, 10, 10, 0,
-            XCB_WINDOW_CLASS_INPUT_OUTPUT, 0, 0, nullptr);
-        const std::string value = className + '\0' + className + '\0';
-        xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_CLASS,
-            XCB_ATOM_STRING, 8, static_cast<std::uint32_t>(value.size()), value.data());
-        return window;
-    }
-
-    void activate(xcb_window_t window)
-    {
-        xcb_change_property(
-            connection, XCB_PROP_MODE_REPLACE, root, activeWindow, XCB_ATOM_WINDOW, 32, 1, &window);
-        xcb_flush(connection);
-    }
-
-    void destroy(xcb_window_t window)
-    {
-        xcb_destroy_window(connection, window);
-        sync();
-    }
-
-    /// Waits until the server has done all that was asked.
-    void sync() { atom("_NET_ACTIVE_WINDOW"); }
-
-    xcb_connection_t* connection;
-    xcb_window_t root;
-    xcb_atom_t activeWindow;
-};
-
-class X11Test : public testing::Test {
-protected:
-    /// Runs the event loop until `condition` holds, or for five seconds.
-    static bool waitFor(const std::function<bool()>& condition)
-    {
-        const QDeadlineTimer deadline(5000);
-        QTimer alarm;
-        alarm.start(20);
-        while (!condition() && !deadline.hasExpired()) {
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        }
-        return condition();
-    }
-
-    static void runFor(int milliseconds)
-    {
-        const QDeadlineTimer deadline(milliseconds);
-        waitFor([&deadline] { return deadline.hasExpired(); });
-    }
-
-    static void pressKeys(const std::string& keys)
-    {
-        ASSERT_EQ(std::system(("xdotool " + keys).c_str()), 0);
-    }
-
-    XServer server{};
-    int count = 1;
-    std::string name = "test";
-    char* values[2] = {name.data(), nullptr};
-    QCoreApplication application{count, values};
-    QtMainLoop mainLoop{};
-    X11Connection x11{};
-    Client client{};
-};
-
-class FrontApplicationTest : public X11Test {
-protected:
-    std::string frontName() const
-    {
-        return front->current() ? front->current()->localizedName.value_or("-") : "none";
-    }
-
-    bool isInFront(const std::string& className)
-    {
-        return waitFor([&] { return frontName() == className; });
-    }
-
-    void bringToFront(const std::string& className)
-    {
-        client.activate(client.makeWindow(className));
-        ASSERT_TRUE(isInFront(className));
-    }
-
-    DesktopEntries entries{{}, {}};
-    std::unique_ptr<FrontApplication> front
-        = std::make_unique<FrontApplication>(x11, entries, mainLoop);
-};
-
-TEST_F(FrontApplicationTest, FollowsTheActiveWindow)
-{
-    EXPECT_EQ(frontName(), "none");
-    bringToFront("One");
-    EXPECT_EQ(front->current()->bundleIdentifier, "One");
-    bringToFront("Two");
-}
-
-TEST_F(FrontApplicationTest, KnowsWhatWasInFrontBefore)
-{
-    client.activate(client.makeWindow("Early"));
-    client.sync();
-    front = std::make_unique<FrontApplication>(x11, entries, mainLoop);
-    EXPECT_EQ(frontName(), "Early");
-}
-
-TEST_F(FrontApplicationTest, AnEmptyFrontIsTheDesktopAfterAWhile)
-{
-    bringToFront("One");
-    client.activate(0);
-    client.sync();
-    runFor(300);
-    EXPECT_EQ(frontName(), "One");
-    EXPECT_TRUE(isInFront("桌面"));
-    EXPECT_EQ(front->current()->bundleIdentifier, "com.apple.finder");
-    bringToFront("Two");
-}
-
-TEST_F(FrontApplicationTest, AShortGapIsBridged)
-{
-    bringToFront("One");
-    std::vector<std::string> seen;
-    QTimer observer;
-    QObject::connect(&observer, &QTimer::timeout, [&] { seen.push_back(frontName()); });
-    observer.start(1);
-    const xcb_window_t two = client.makeWindow("Two");
-    client.activate(0);
-    client.sync();
-    runFor(50);
-    client.activate(two);
-    ASSERT_TRUE(isInFront("Two"));
-    runFor(700);
-    EXPECT_THAT(seen, testing::Not(testing::Contains("桌面")));
-    EXPECT_EQ(seen.back(), "Two");
-}
-
-TEST_F(FrontApplicationTest, ManyShortGapsAreBridgedEach)
-{
-    bringToFront("One");
-    for (int i = 0; i < 4; ++i) {
-        client.activate(0);
-        runFor(300);
-        client.activate(client.makeWindow("W" + std::to_string(i)));
-        ASSERT_TRUE(isInFront("W" + std::to_string(i)));
-    }
-}
-
-TEST_F(FrontApplicationTest, AWindowThatIsGoneIsNoFront)
-{
-    // Some window managers leave the property pointing at the last window.
-    const xcb_window_t window = client.makeWindow("One");
-    client.activate(window);
-    ASSERT_TRUE(isInFront("One"));
-    client.destroy(window);
-    EXPECT_TRUE(isInFront("桌面"));
-}
-
-TEST_F(FrontApplicationTest, AStaleWindowIsNoFront)
-{
-    bringToFront("One");
-    const xcb_window_t window = client.makeWindow("Gone");
-    client.destroy(window);
-    client.activate(window);
-    EXPECT_TRUE(isInFront("桌面"));
-}
-
-TEST_F(FrontApplicationTest, WindowsWithoutTraitsAreSomebodys)
-{
-    const xcb_window_t window = xcb_generate_id(client.connection);
-    xcb_create_window(client.connection, 0, window, client.root, 0, 0, 1, 1, 0,
-        XCB_WINDOW_CLASS_INPUT_OUTPUT, 0, 0, nullptr);
-    client.activate(window);
-    EXPECT_TRUE(isInFront("未知应用"));
-}
-
-TEST_F(FrontApplicationTest, OddNamesArriveWhole)
-{
-    const std::string longName(4096, 'n');
-    for (const std::string& name : {std::string("O'Neil \"q\" 📝"), longName}) {
-        client.activate(client.makeWindow(name));
-        EXPECT_TRUE(isInFront(name));
-    }
-    client.activate(client.makeWindow("bad\xff"));
-    EXPECT_TRUE(isInFront("bad\uFFFD"));
-}
-
-TEST_F(FrontApplicationTest, PropertiesOfOddTypesAreSurvived)
-{
-    const xcb_window_t window = client.makeWindow("One");
-    const std::uint32_t words[] = {0xffffffff, 0xffffffff};
-    for (const char* property :
-        {"_NET_WM_PID", "_GTK_APPLICATION_ID", "_KDE_NET_WM_DESKTOP_FILE"}) {
-        xcb_change_property(client.connection, XCB_PROP_MODE_REPLACE, window, client.atom(property),
-            XCB_ATOM_CARDINAL, 32, 2, words);
-    }
-    client.activate(window);
-    EXPECT_TRUE(isInFront("One"));
-    const std::uint8_t byte = 7;
-    xcb_change_property(client.connection, XCB_PROP_MODE_REPLACE, client.root, client.activeWindow,
-        XCB_ATOM_STRING, 8, 1, &byte);
-    xcb_flush(client.connection);
-    EXPECT_TRUE(isInFront("桌面"));
-}
-
-TEST_F(FrontApplicationTest, TenThousandSwitchesInARowEndAtTheLast)
-{
-    const xcb_window_t one = client.makeWindow("One");
-    const xcb_window_t two = client.makeWindow("Two");
-    for (int i = 0; i < 5000; ++i) {
-        client.activate(one);
-        client.activate(two);
-        if (i % 100 == 0) {
-            client.sync();
-            QCoreApplication::processEvents();
-        }
-    }
-    client.activate(client.makeWindow("Last"));
-    EXPECT_TRUE(isInFront("Last"));
-}
-
-TEST_F(FrontApplicationTest, AServerThatDiesLeavesTheLastAnswer)
-{
-    bringToFront("One");
-    X11HumanInput input(x11);
-    server.kill();
-    EXPECT_TRUE(waitFor([this] { return !x11.isUsable(); }));
-    EXPECT_EQ(frontName(), "One");
-    EXPECT_EQ(input.secondsSinceLastInput(), 0);
-    EXPECT_EQ(XkbLayout(x11).currentIdentifier(), std::nullopt);
-}
 
 TEST(NoServer, IsSurvived)
 {
@@ -422,6 +159,20 @@ TEST_F(KeyCountingTest, ATapOutlivesItsServer)
 }
 
 TEST_F(X11Test, SilenceGrowsUntilTheNextInput)
+{
+    const X11HumanInput input(x11);
+    runFor(300);
+    EXPECT_GE(input.secondsSinceLastInput(), 0.3);
+    pressKeys("key a");
+    EXPECT_LT(input.secondsSinceLastInput(), 0.25);
+}
+
+class WithoutSaverTest : public X11Test {
+protected:
+    WithoutSaverTest() : X11Test({"-extension", "MIT-SCREEN-SAVER"}) {}
+};
+
+TEST_F(WithoutSaverTest, SilenceIsThatOfTheServersCounter)
 {
     const X11HumanInput input(x11);
     runFor(300);
