@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <utility>
+#include <variant>
 
 namespace quillbrook::Look {
 
@@ -97,6 +99,12 @@ QPalette paletteFor(bool isDark, QColor accentColor)
     return palette;
 }
 
+std::function<bool()>& blendingAnswer()
+{
+    static std::function<bool()> answer;
+    return answer;
+}
+
 /// Menus, tooltips and scroll bars are made by Qt itself, so their form is told here once.
 QString formOfQtsWidgets(bool isDark)
 {
@@ -181,6 +189,16 @@ void apply(bool isDark, std::optional<Color> accent)
     qApp->setStyleSheet(formOfQtsWidgets(isDark));
 }
 
+void setCanBlendWindows(std::function<bool()> answer)
+{
+    blendingAnswer() = std::move(answer);
+}
+
+bool canBlendWindows()
+{
+    return !blendingAnswer() || blendingAnswer()();
+}
+
 bool isDark(const QPalette& palette)
 {
     return palette.color(QPalette::Window).lightness() < 128;
@@ -207,6 +225,11 @@ QColor faded(QColor color, double opacity)
 {
     color.setAlphaF(static_cast<float>(color.alphaF() * opacity));
     return color;
+}
+
+PaletteColor following(const Tint& tint)
+{
+    return [tint](const QPalette& palette) { return color(tint, palette); };
 }
 
 QColor windowBackground(const QPalette& palette)

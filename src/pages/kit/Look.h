@@ -10,6 +10,7 @@
 #include <QPalette>
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 
 namespace quillbrook {
@@ -28,6 +29,9 @@ enum class TextStyle : std::uint8_t {
     footnote,
 };
 
+/// A colour that is asked for at each drawing, as it may change with the palette.
+using PaletteColor = std::function<QColor(const QPalette&)>;
+
 /// Colours and fonts. What a colour looks like follows from the palette of the widget that asks,
 /// so that a change of the application's palette reaches everything that is drawn. Main thread
 /// only.
@@ -40,11 +44,19 @@ void apply(bool isDark, std::optional<Color> accent);
 
 bool isDark(const QPalette& palette);
 
+/// Whether a window may be partly transparent at the moment. Where `answer` says no, popovers,
+/// menus and tooltips are cut out without a shadow. Unset, they may.
+void setCanBlendWindows(std::function<bool()> answer);
+bool canBlendWindows();
+
 QColor color(SystemColor name, const QPalette& palette);
 QColor color(const Tint& tint, const QPalette& palette);
 QColor toQColor(Color color);
 /// `color` at an opacity from 0 to 1, which multiplies its own.
 QColor faded(QColor color, double opacity);
+
+/// The same as a colour that follows the palette.
+PaletteColor following(const Tint& tint);
 
 QColor windowBackground(const QPalette& palette);
 QColor controlBackground(const QPalette& palette);

@@ -10,6 +10,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QMouseEvent>
+#include <QScreen>
 #include <QVBoxLayout>
 #include <QWindow>
 
@@ -37,7 +38,7 @@ TEST(PopoverTest, ClosesWithEscape)
     QObject::connect(&popover, &Popover::closed, [&] { isClosed = true; });
     popover.open();
     EXPECT_TRUE(popover.isVisible());
-    EXPECT_EQ(popover.width(), 380);
+    EXPECT_EQ(popover.body().width(), 380);
     press(popover, Qt::Key_Escape);
     EXPECT_FALSE(popover.isVisible());
     EXPECT_TRUE(isClosed);
@@ -52,8 +53,71 @@ TEST(PopoverTest, IsAsHighAsItsContent)
     text->setWordWrap(true);
     popover.content()->addWidget(text);
     popover.open();
-    EXPECT_EQ(
-        popover.height(), text->heightForWidth(text->width()) + 40 + 2 * popover.frameWidth());
+    EXPECT_EQ(text->width(), 340);
+    EXPECT_EQ(popover.body().height(), text->heightForWidth(text->width()) + 40);
+}
+
+TEST(PopoverTest, PointsAtItsAnchorFromBelow)
+{
+    QWidget window;
+    window.setGeometry(300, 100, 300, 100);
+    IconButton anchor("info.circle", 14, "about", &window);
+    anchor.move(100, 20);
+    window.show();
+    Popover popover(200, &anchor);
+    popover.open();
+    const QPoint tip = popover.mapToGlobal(popover.tip());
+    EXPECT_EQ(tip.x(), anchor.mapToGlobal(anchor.rect().center()).x());
+    EXPECT_NEAR(tip.y(), anchor.mapToGlobal(QPoint(0, anchor.height())).y(), 2);
+    EXPECT_GT(popover.body().top(), popover.tip().y());
+}
+
+TEST(PopoverTest, StaysWithinTheScreen)
+{
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    QWidget window;
+    window.setGeometry(screen.right() - 60, screen.bottom() - 60, 60, 60);
+    IconButton anchor("info.circle", 14, "about", &window);
+    anchor.move(30, 30);
+    window.show();
+    Popover popover(200, &anchor);
+    popover.content()->addWidget(new QLabel("text"));
+    popover.open();
+    const QRect body(popover.mapToGlobal(popover.body().topLeft()), popover.body().size());
+    EXPECT_TRUE(screen.contains(body));
+    EXPECT_LT(body.bottom(), anchor.mapToGlobal(QPoint()).y()); // above, where there is room
+    EXPECT_GT(popover.tip().y(), popover.body().bottom());
+}
+
+TEST(PopoverTest, GivesTheFocusBack)
+{
+    QWidget window;
+    window.resize(300, 100);
+    IconButton first("tag", 14, "first", &window);
+    IconButton anchor("info.circle", 14, "about", &window);
+    window.show();
+    first.setFocus();
+    {
+        Popover popover(200, &anchor);
+        popover.open();
+        anchor.setFocus(); // whatever happened meanwhile
+        press(popover, Qt::Key_Escape);
+        EXPECT_FALSE(popover.isVisible());
+    }
+    EXPECT_EQ(window.focusWidget(), &first);
+}
+
+TEST(PopoverTest, IsCutOutWhereWindowsCantBlend)
+{
+    IconButton anchor("info.circle", 14, "about");
+    anchor.show();
+    Look::setCanBlendWindows([] { return false; });
+    Popover popover(200, &anchor);
+    popover.open();
+    Look::setCanBlendWindows({});
+    EXPECT_TRUE(popover.mask().contains(popover.body().center()));
+    EXPECT_FALSE(popover.mask().contains(QPoint(1, 1)));
+    EXPECT_FALSE(popover.mask().contains(popover.body().topLeft()));
 }
 
 TEST(PopoverTest, IsClosedByASecondClickOnItsAnchor)

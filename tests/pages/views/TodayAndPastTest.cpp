@@ -1,3 +1,4 @@
+#include "pages/kit/Popover.h"
 #include "pages/views/PastPage.h"
 #include "pages/views/TodayPage.h"
 #include "pages/views/VerticalChineseText.h"
@@ -70,9 +71,9 @@ TEST_F(TodayPageTest, ExplainsItsFiguresInAPopover)
 {
     const auto page = shownPage<TodayPage>(todayData());
     button(*page, "指标说明").click();
-    QPointer<QWidget> popover = QApplication::activePopupWidget();
+    const QPointer<Popover> popover = qobject_cast<Popover*>(QApplication::activePopupWidget());
     ASSERT_NE(popover, nullptr);
-    EXPECT_EQ(popover->width(), 380);
+    EXPECT_EQ(popover->body().width(), 380);
     const auto texts = namesOf(elementsOf(*popover, QAccessible::StaticText));
     ASSERT_EQ(texts.size(), 9U); // the headline, four names and four details
     EXPECT_EQ(texts[0], "指标说明");
