@@ -16,12 +16,23 @@ namespace quillbrook {
 namespace {
 
 constexpr int kNamePixels = 10;
-constexpr int kDot = 7;
-constexpr int kSpacing = 3;
-constexpr int kSidePadding = 5;
-constexpr int kHeight = 19;
 constexpr int kLongestName = 150;
 constexpr double kRadius = 4;
+
+struct Sizes {
+    int dot;
+    int spacing; // between dot and name
+    int sidePadding;
+    int height;
+};
+
+constexpr Sizes kChip{.dot = 7, .spacing = 3, .sidePadding = 5, .height = 19};
+constexpr Sizes kPlain{.dot = 8, .spacing = 6, .sidePadding = 0, .height = 13};
+
+constexpr const Sizes& sizesOf(Chip::Kind kind)
+{
+    return kind == Chip::Kind::plain ? kPlain : kChip;
+}
 
 int nameWidth(const QString& name)
 {
@@ -31,7 +42,7 @@ int nameWidth(const QString& name)
 
 } // namespace
 
-Chip::Chip(Kind kind, const QString& name, DotColor dotColor, QWidget* parent)
+Chip::Chip(Kind kind, const QString& name, PaletteColor dotColor, QWidget* parent)
     : QAbstractButton(parent)
     , kind(kind)
     , dotColor(std::move(dotColor))
@@ -39,9 +50,7 @@ Chip::Chip(Kind kind, const QString& name, DotColor dotColor, QWidget* parent)
     setText(name);
     setShortcut({}); // an ampersand in a name is no mnemonic
     setAccessibleName(name);
-    if (nameWidth(name) > kLongestName) {
-        setToolTip(plainToolTip(name));
-    }
+    setHelp({});
     setCheckable(kind == Kind::button);
     setFocusPolicy(kind == Kind::button ? Qt::StrongFocus : Qt::NoFocus);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
@@ -52,30 +61,54 @@ QAccessible::Role Chip::accessibleRole() const
     return kind == Kind::button ? QAccessible::Button : QAccessible::StaticText;
 }
 
+Chip::Chip(Kind kind, const QString& name, const Tint& dot, QWidget* parent)
+    : Chip(kind, name, Look::following(dot), parent)
+{
+}
+
+void Chip::setDot(const Tint& tint)
+{
+    dotColor = Look::following(tint);
+    update();
+}
+
+void Chip::setHelp(const QString& help)
+{
+    const bool isCut = nameWidth(text()) > kLongestName;
+    setToolTip(plainToolTip(help.isEmpty() && isCut ? text() : help));
+}
+
 QSize Chip::sizeHint() const
 {
-    return {
-        2 * kSidePadding + kDot + kSpacing + std::min(kLongestName, nameWidth(text())), kHeight};
+    const Sizes& sizes = sizesOf(kind);
+    const int width = 2 * sizes.sidePadding + sizes.dot + sizes.spacing
+        + std::min(kLongestName, nameWidth(text()));
+    return {width, sizes.height};
 }
 
 void Chip::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
+    const Sizes& sizes = sizesOf(kind);
     const QColor dot = dotColor(palette());
     painter.setPen(Qt::NoPen);
-    painter.setBrush(
-        isChecked() ? Look::faded(dot, 0.15) : Look::faded(Look::secondaryText(palette()), 0.05));
-    painter.drawRoundedRect(rect(), kRadius, kRadius);
+    if (kind != Kind::plain) {
+        painter.setBrush(isChecked() ? Look::faded(dot, 0.15)
+                                     : Look::faded(Look::secondaryText(palette()), 0.05));
+        painter.drawRoundedRect(rect(), kRadius, kRadius);
+    }
 
-    const QRectF place(kSidePadding, (height() - kDot) / 2.0, kDot, kDot);
+    const QRectF place(sizes.sidePadding, (height() - sizes.dot) / 2.0, sizes.dot, sizes.dot);
     painter.setBrush(dot);
     painter.setPen(isChecked() ? QPen(Qt::white, 1) : QPen(Qt::NoPen));
     painter.drawEllipse(place);
 
-    const double left = place.right() + kSpacing;
-    drawShrunkText(painter, QRectF(left, 0, width() - left - kSidePadding + 1, height()),
-        Qt::AlignLeft, text(), Look::systemFont(kNamePixels), Look::primaryText(palette()));
+    const double left = place.right() + sizes.spacing;
+    const QColor text
+        = kind == Kind::plain ? Look::secondaryText(palette()) : Look::primaryText(palette());
+    drawShrunkText(painter, QRectF(left, 0, width() - left - sizes.sidePadding + 1, height()),
+        Qt::AlignLeft, this->text(), Look::systemFont(kNamePixels), text);
     drawFocusRing(painter, *this, rect(), kRadius);
 }
 

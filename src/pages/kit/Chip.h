@@ -1,11 +1,11 @@
 #pragma once
 
+#include "pages/kit/Look.h"
 #include "pages/kit/Spoken.h"
 
 #include <QAbstractButton>
 
 #include <cstdint>
-#include <functional>
 
 namespace quillbrook {
 
@@ -18,12 +18,15 @@ public:
     enum class Kind : std::uint8_t {
         label, ///< tells a colour, and can't be pressed
         button, ///< can be pressed; checked is highlighted
+        plain, ///< a label without a ground, for the legend of a chart
     };
 
-    /// The dot's colour may change with the palette, so it is asked for at each drawing.
-    using DotColor = std::function<QColor(const QPalette&)>;
+    Chip(Kind kind, const QString& name, PaletteColor dotColor, QWidget* parent = nullptr);
+    Chip(Kind kind, const QString& name, const Tint& dot, QWidget* parent = nullptr);
 
-    Chip(Kind kind, const QString& name, DotColor dotColor, QWidget* parent = nullptr);
+    void setDot(const Tint& tint);
+    /// The tooltip. Where it is empty, that of a name that is cut is the whole name.
+    void setHelp(const QString& help);
 
     QAccessible::Role accessibleRole() const override;
     QSize sizeHint() const override;
@@ -33,7 +36,7 @@ protected:
 
 private:
     Kind kind;
-    DotColor dotColor;
+    PaletteColor dotColor;
 };
 
 } // namespace quillbrook

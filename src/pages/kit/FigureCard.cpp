@@ -14,15 +14,14 @@ namespace {
 constexpr int kPadding = 16;
 constexpr int kSpacing = 8;
 constexpr int kSymbolPixels = 20;
-constexpr int kValuePixels = 20;
 constexpr int kTitlePixels = 12;
 constexpr double kRadius = 12;
 constexpr double kGroundOpacity = 0.08;
 constexpr int kMinimumWidth = 96;
 
-QFont valueFont()
+QFont valueFont(int pixels)
 {
-    return Look::monospacedFont(kValuePixels, QFont::Bold);
+    return Look::monospacedFont(pixels, QFont::Bold);
 }
 
 QFont titleFont()
@@ -38,7 +37,15 @@ int lineHeight(int pixels)
 
 } // namespace
 
-FigureCard::FigureCard(Shrinking shrinking, QWidget* parent) : QWidget(parent), shrinking(shrinking)
+FigureCard::FigureCard(Shrinking shrinking, QWidget* parent)
+    : FigureCard(shrinking, kValuePixels, parent)
+{
+}
+
+FigureCard::FigureCard(Shrinking shrinking, int valuePixels, QWidget* parent)
+    : QWidget(parent)
+    , shrinking(shrinking)
+    , valuePixels(valuePixels)
 {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
@@ -49,7 +56,14 @@ void FigureCard::setFigure(
     symbol = newSymbol;
     color = newColor;
     value = newValue;
-    setAccessibleName(title);
+    if (accessibleName() != title) {
+        setAccessibleName(title);
+    }
+    // The value once more as description: Linux hands on no text as an element's value, nor its
+    // change.
+    if (accessibleDescription() != value) {
+        setAccessibleDescription(value);
+    }
     updateToolTip();
     update();
 }
@@ -65,14 +79,14 @@ void FigureCard::updateToolTip()
     const auto isCut = [room](const QString& text, const QFont& font, double minimumScale) {
         return QFontMetricsF(font).horizontalAdvance(text) * minimumScale > room;
     };
-    const bool isAnyCut = isCut(value, valueFont(), shrinking.value)
+    const bool isAnyCut = isCut(value, valueFont(valuePixels), shrinking.value)
         || isCut(accessibleName(), titleFont(), shrinking.title);
     setToolTip(isAnyCut ? value + '\n' + accessibleName() : QString());
 }
 
 QSize FigureCard::sizeHint() const
 {
-    const int height = 2 * kPadding + kSymbolPixels + kSpacing + lineHeight(kValuePixels) + kSpacing
+    const int height = 2 * kPadding + kSymbolPixels + kSpacing + lineHeight(valuePixels) + kSpacing
         + lineHeight(kTitlePixels);
     return {180, height};
 }
@@ -93,8 +107,8 @@ void FigureCard::paintEvent(QPaintEvent*)
 
     QRectF line(kPadding, kPadding, width() - 2 * kPadding, kSymbolPixels);
     Symbol::draw(painter, symbol, line, tint);
-    line.setRect(kPadding, line.bottom() + kSpacing, line.width(), lineHeight(kValuePixels));
-    drawShrunkText(painter, line, Qt::AlignHCenter, value, valueFont(),
+    line.setRect(kPadding, line.bottom() + kSpacing, line.width(), lineHeight(valuePixels));
+    drawShrunkText(painter, line, Qt::AlignHCenter, value, valueFont(valuePixels),
         Look::primaryText(palette()), shrinking.value);
     line.setRect(kPadding, line.bottom() + kSpacing, line.width(), lineHeight(kTitlePixels));
     drawShrunkText(painter, line, Qt::AlignHCenter, accessibleName(), titleFont(),

@@ -8,7 +8,8 @@
 namespace quillbrook {
 
 /// A figure on a ground of its colour: symbol, value, title, centred above each other, the whole in
-/// the tooltip where it is cut. Screen readers find one text with the title as name.
+/// the tooltip where it is cut. Screen readers find one text with the title as name and hear of a
+/// value that changes.
 class FigureCard final : public QWidget, public Spoken {
     Q_OBJECT
 
@@ -19,7 +20,10 @@ public:
         double title = 1;
     };
 
+    static constexpr int kValuePixels = 20;
+
     explicit FigureCard(Shrinking shrinking, QWidget* parent = nullptr);
+    FigureCard(Shrinking shrinking, int valuePixels, QWidget* parent = nullptr);
 
     void setFigure(
         const QString& symbol, SystemColor color, const QString& value, const QString& title);
@@ -37,6 +41,7 @@ private:
     void updateToolTip();
 
     Shrinking shrinking;
+    int valuePixels;
     QString symbol{};
     SystemColor color = SystemColor::blue;
     QString value{};

@@ -7,7 +7,12 @@
 
 namespace quillbrook {
 
-FlowLayout::FlowLayout(int spacing, QWidget* parent) : QLayout(parent)
+FlowLayout::FlowLayout(int spacing, QWidget* parent)
+    : FlowLayout(spacing, Rows::fromTheLeft, parent)
+{
+}
+
+FlowLayout::FlowLayout(int spacing, Rows rows, QWidget* parent) : QLayout(parent), rows(rows)
 {
     setContentsMargins(0, 0, 0, 0);
     setSpacing(spacing);
@@ -72,11 +77,22 @@ void FlowLayout::setGeometry(const QRect& rect)
 QList<QRect> FlowLayout::placesFor(int width) const
 {
     QList<QRect> places;
+    qsizetype first = 0; // of the present row
     QPoint next;
     int rowHeight = 0;
+    const auto endRow = [&] {
+        const int rest = width - (next.x() - spacing());
+        if (rows == Rows::centered && rest > 0) {
+            for (qsizetype i = first; i < places.size(); ++i) {
+                places[i].translate(rest / 2, 0);
+            }
+        }
+        first = places.size();
+    };
     for (const QLayoutItem* item : items) {
         const QSize size = item->sizeHint();
         if (next.x() > 0 && next.x() + size.width() > width) {
+            endRow();
             next = {0, next.y() + rowHeight + spacing()};
             rowHeight = 0;
         }
@@ -84,6 +100,7 @@ QList<QRect> FlowLayout::placesFor(int width) const
         next.rx() += size.width() + spacing();
         rowHeight = std::max(rowHeight, size.height());
     }
+    endRow();
     return places;
 }
 

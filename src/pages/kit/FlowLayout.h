@@ -3,13 +3,18 @@
 #include <QLayout>
 #include <QList>
 
+#include <cstdint>
+
 namespace quillbrook {
 
 /// Places its items in rows from left to right, each at its size hint, and begins a new row where
 /// the width ends.
 class FlowLayout final : public QLayout {
 public:
+    enum class Rows : std::uint8_t { fromTheLeft, centered };
+
     explicit FlowLayout(int spacing, QWidget* parent = nullptr);
+    FlowLayout(int spacing, Rows rows, QWidget* parent = nullptr);
     ~FlowLayout() override;
 
     FlowLayout(const FlowLayout&) = delete;
@@ -31,6 +36,7 @@ public:
 private:
     QList<QRect> placesFor(int width) const;
 
+    Rows rows = Rows::fromTheLeft;
     QList<QLayoutItem*> items{};
 };
 

@@ -6,24 +6,28 @@
 
 namespace quillbrook {
 
-namespace {
-
-constexpr double kRadius = 12;
-
-} // namespace
-
-Panel::Panel(QWidget* parent) : QWidget(parent)
+PanelForm withoutPanel()
 {
-    setContentsMargins(kPadding, kPadding, kPadding, kPadding);
+    return {.padding = 0, .radius = 0, .ground = std::nullopt};
+}
+
+Panel::Panel(QWidget* parent) : Panel(PanelForm{}, parent) {}
+
+Panel::Panel(const PanelForm& form, QWidget* parent) : QWidget(parent), form(form)
+{
+    setContentsMargins(form.padding, form.padding, form.padding, form.padding);
 }
 
 void Panel::paintEvent(QPaintEvent*)
 {
+    if (!form.ground) {
+        return;
+    }
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(Look::controlBackground(palette()));
-    painter.drawRoundedRect(rect(), kRadius, kRadius);
+    painter.setBrush(Look::color(*form.ground, palette()));
+    painter.drawRoundedRect(rect(), form.radius, form.radius);
 }
 
 } // namespace quillbrook

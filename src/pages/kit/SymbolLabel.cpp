@@ -8,10 +8,15 @@
 
 namespace quillbrook {
 
-SymbolLabel::SymbolLabel(const QString& symbol, int pixels, Tint tint, QWidget* parent)
+SymbolLabel::SymbolLabel(const QString& symbol, int pixels, const Tint& tint, QWidget* parent)
+    : SymbolLabel(symbol, pixels, Look::following(tint), parent)
+{
+}
+
+SymbolLabel::SymbolLabel(const QString& symbol, int pixels, PaletteColor color, QWidget* parent)
     : QWidget(parent)
     , symbol(symbol)
-    , tint(std::move(tint))
+    , color(std::move(color))
 {
     setFixedSize(pixels, pixels);
 }
@@ -19,7 +24,7 @@ SymbolLabel::SymbolLabel(const QString& symbol, int pixels, Tint tint, QWidget* 
 void SymbolLabel::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    Symbol::draw(painter, symbol, rect(), tint(palette()));
+    Symbol::draw(painter, symbol, rect(), color(palette()));
 }
 
 } // namespace quillbrook

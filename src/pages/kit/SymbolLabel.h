@@ -1,9 +1,8 @@
 #pragma once
 
-#include <QPalette>
-#include <QWidget>
+#include "pages/kit/Look.h"
 
-#include <functional>
+#include <QWidget>
 
 namespace quillbrook {
 
@@ -12,17 +11,15 @@ class SymbolLabel final : public QWidget {
     Q_OBJECT
 
 public:
-    /// The colour is asked for at each drawing, as it may change with the palette.
-    using Tint = std::function<QColor(const QPalette&)>;
-
-    SymbolLabel(const QString& symbol, int pixels, Tint tint, QWidget* parent = nullptr);
+    SymbolLabel(const QString& symbol, int pixels, const Tint& tint, QWidget* parent = nullptr);
+    SymbolLabel(const QString& symbol, int pixels, PaletteColor color, QWidget* parent = nullptr);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
     QString symbol;
-    Tint tint;
+    PaletteColor color;
 };
 
 } // namespace quillbrook

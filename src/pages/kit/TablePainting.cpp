@@ -1,0 +1,149 @@
+#include "pages/kit/TablePainting.h"
+
+#include "pages/kit/FocusRing.h"
+#include "pages/kit/Look.h"
+#include "pages/kit/TableModel.h"
+#include "pages/kit/TextDrawing.h"
+
+#include <QAbstractItemView>
+#include <QFontMetricsF>
+#include <QHelpEvent>
+#include <QPainter>
+#include <QToolTip>
+
+namespace quillbrook {
+
+namespace {
+
+constexpr double kHeaderOpacity = 0.5;
+constexpr int kBehindDot = 6;
+constexpr double kRingRadius = 4;
+
+Qt::AlignmentFlag alignmentOf(const TableColumn& column)
+{
+    switch (column.alignment) {
+    case TextAlignment::leading:
+        return Qt::AlignLeft;
+    case TextAlignment::center:
+        return Qt::AlignHCenter;
+    case TextAlignment::trailing:
+        return Qt::AlignRight;
+    }
+    return Qt::AlignLeft;
+}
+
+double textWidth(const TableCell& cell)
+{
+    return QFontMetricsF(Look::font(cell.face))
+        .horizontalAdvance(QString::fromStdString(cell.text));
+}
+
+double dotWidth(const TableCell& cell)
+{
+    return cell.dot ? cell.dot->diameter + kBehindDot : 0;
+}
+
+/// Where a dot with its text begins, which are aligned as one.
+double leftOf(const QRectF& place, Qt::AlignmentFlag alignment, double contentWidth)
+{
+    const double rest = std::max(0.0, place.width() - contentWidth);
+    return place.left()
+        + (alignment == Qt::AlignLeft         ? 0
+                : alignment == Qt::AlignRight ? rest
+                                              : rest / 2);
+}
+
+} // namespace
+
+int TableSizes::sectionWidth(const TableModel& model, int column)
+{
+    const int left = column == 0 ? kSidePadding : kGap / 2;
+    const int right = column == model.columnCount() - 1 ? kSidePadding : kGap / 2;
+    return left + model.column(column).width + right;
+}
+
+QRect TableSizes::textPlace(const QRect& section, const TableModel& model, int column)
+{
+    const int left = column == 0 ? kSidePadding : kGap / 2;
+    const int right = column == model.columnCount() - 1 ? kSidePadding : kGap / 2;
+    return section.adjusted(left, 0, -right, 0);
+}
+
+TableHeader::TableHeader(const TableModel& model, QWidget* parent)
+    : QHeaderView(Qt::Horizontal, parent)
+    , columns(model)
+{
+    setSectionsClickable(false);
+    setSectionResizeMode(QHeaderView::Fixed);
+    setMinimumSectionSize(0);
+    setFocusPolicy(Qt::NoFocus);
+    viewport()->setAutoFillBackground(false);
+}
+
+QSize TableHeader::sizeHint() const
+{
+    return {
+        QHeaderView::sizeHint().width(), TableSizes::kHeaderLine + 2 * TableSizes::kHeaderPadding};
+}
+
+void TableHeader::paintEvent(QPaintEvent*)
+{
+    QPainter painter(viewport());
+    painter.fillRect(
+        viewport()->rect(), Look::faded(Look::controlBackground(palette()), kHeaderOpacity));
+    const QFont font = Look::font(TextStyle::caption, QFont::Bold);
+    for (int column = 0; column < count(); ++column) {
+        const QRect section(
+            sectionViewportPosition(column), 0, sectionSize(column), viewport()->height());
+        const TableColumn& drawn = columns.column(column);
+        drawShrunkText(painter, TableSizes::textPlace(section, columns, column), alignmentOf(drawn),
+            QString::fromStdString(drawn.title), font, Look::secondaryText(palette()));
+    }
+}
+
+TableDelegate::TableDelegate(const TableModel& model, QObject* parent)
+    : QStyledItemDelegate(parent)
+    , model(model)
+{
+}
+
+void TableDelegate::paint(
+    QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
+{
+    const TableCell cell = model.cell(index);
+    const Qt::AlignmentFlag alignment = alignmentOf(model.column(index.column()));
+    QRectF place = TableSizes::textPlace(option.rect, model, index.column());
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    if (cell.dot) {
+        const double size = cell.dot->diameter;
+        place.setLeft(leftOf(place, alignment, dotWidth(cell) + textWidth(cell)));
+        painter->setPen(Qt::NoPen);
+        painter->setBrush(Look::color(cell.dot->tint, option.palette));
+        painter->drawEllipse(QRectF(place.left(), place.center().y() - size / 2, size, size));
+        place.setLeft(place.left() + dotWidth(cell));
+    }
+    drawShrunkText(*painter, place, cell.dot ? Qt::AlignLeft : alignment,
+        QString::fromStdString(cell.text), Look::font(cell.face),
+        Look::color(cell.tint, option.palette));
+    painter->restore();
+    if (option.state.testFlag(QStyle::State_HasFocus) && option.widget != nullptr) {
+        drawFocusRing(*painter, *option.widget, option.rect, kRingRadius);
+    }
+}
+
+bool TableDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
+    const QStyleOptionViewItem& option, const QModelIndex& index)
+{
+    if (event->type() != QEvent::ToolTip || !index.isValid()) {
+        return false;
+    }
+    const TableCell cell = model.cell(index);
+    const QRect place = TableSizes::textPlace(option.rect, model, index.column());
+    const bool isCut = dotWidth(cell) + textWidth(cell) > place.width() + 1;
+    QToolTip::showText(event->globalPos(),
+        isCut ? plainToolTip(QString::fromStdString(cell.text)) : QString(), view);
+    return true;
+}
+
+} // namespace quillbrook
