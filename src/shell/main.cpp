@@ -1,3 +1,4 @@
+#include "platform/linux/BusConnecting.h"
 #include "platform/linux/BusInstance.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "shell/AppDelegate.h"
@@ -27,6 +28,7 @@ int main(int argc, char** argv)
     // A reader of our output that is gone must not end the recording.
     std::signal(SIGPIPE, SIG_IGN);
 
+    quillbrook::hideSilentBuses();
     quillbrook::BusInstance instance;
     if (instance.handOver()) {
         return 0;

@@ -1,9 +1,9 @@
 #include "platform/linux/Bus.h"
 
 #include "platform/MainLoop.h"
+#include "platform/linux/BusConnecting.h"
 #include "platform/linux/Notice.h"
 
-#include <QFileInfo>
 #include <QPointer>
 
 #include <string>
@@ -17,19 +17,10 @@ constexpr double kRetrySec = 30;
 
 } // namespace
 
-QString sessionBusAddress()
-{
-    QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
-    if (address.isEmpty()) {
-        const QString socket = qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus");
-        if (QFileInfo::exists(socket)) {
-            address = QStringLiteral("unix:path=") + socket;
-        }
-    }
-    return address;
-}
-
-Bus::Bus(Kind kind, MainLoop& mainLoop) : kind(kind), mainLoop(mainLoop)
+Bus::Bus(Kind kind, MainLoop& mainLoop, WorkQueues& workQueues)
+    : kind(kind)
+    , mainLoop(mainLoop)
+    , workQueues(workQueues)
 {
     connectToBus();
 }
@@ -47,6 +38,21 @@ void Bus::whenThere(std::function<void(QDBusConnection)> body)
     thereBodies.push_back(std::move(body));
 }
 
+void Bus::whenKnown(std::function<void(bool)> body)
+{
+    knownBodies.push_back(std::move(body));
+    if (!isAttemptUnderWay) {
+        tellKnown();
+    }
+}
+
+void Bus::tellKnown()
+{
+    for (const auto& body : std::exchange(knownBodies, {})) {
+        body(isThere());
+    }
+}
+
 void Bus::connectToBus()
 {
     const bool isSession = kind == Kind::session;
@@ -56,18 +62,24 @@ void Bus::connectToBus()
     // A name of its own for each attempt: what a dead connection held stays with its name.
     connectionName
         = QStringLiteral("quillbrook-%1-%2").arg(isSession ? "session" : "system").arg(++attempts);
-    if (isSession) {
-        if (const QString busAddress = sessionBusAddress(); !busAddress.isEmpty()) {
-            QDBusConnection::connectToBus(busAddress, connectionName);
-        }
-    } else {
-        QDBusConnection::connectToBus(QDBusConnection::SystemBus, connectionName);
+    const QString address = isSession ? trueSessionBusAddress() : systemBusAddress();
+    if (address.isEmpty()) {
+        attemptEnded();
+        return;
     }
+    isAttemptUnderWay = true;
+    connectLater(workQueues, mainLoop, address, connectionName, this, [this] { attemptEnded(); });
+}
+
+void Bus::attemptEnded()
+{
+    isAttemptUnderWay = false;
     if (!isThere()) {
         if (!std::exchange(isMissingTold, true)) {
-            notice(isSession ? "没有会话总线，暂无通知、屏保和输入法信息"
-                             : "没有系统总线，暂无睡眠和锁屏信息");
+            notice(kind == Kind::session ? "没有会话总线，暂无通知、屏保和输入法信息"
+                                         : "没有系统总线，暂无睡眠和锁屏信息");
         }
+        tellKnown();
         retryLater();
         return;
     }
@@ -78,6 +90,7 @@ void Bus::connectToBus()
     for (const auto& body : thereBodies) {
         body(connection());
     }
+    tellKnown();
 }
 
 void Bus::disconnected()

@@ -1,7 +1,8 @@
 #include "platform/linux/BusInstance.h"
 
-#include "platform/linux/Bus.h"
+#include "platform/linux/BusConnecting.h"
 
+#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 
 namespace quillbrook {
@@ -36,11 +37,12 @@ BusInstance::BusInstance() : bus(kConnection)
     if (address.isEmpty()) {
         return;
     }
-    bus = QDBusConnection::connectToBus(address, kConnection);
+    bus = connectToAnsweringBus(address, kConnection);
     if (!bus.isConnected()) {
         return;
     }
     bus.registerObject(kPath, this, QDBusConnection::ExportScriptableSlots);
+    bus.interface()->setTimeout(kAnswerTimeoutMs);
     hasName = bus.registerService(kName);
 }
 

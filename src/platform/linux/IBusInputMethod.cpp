@@ -1,17 +1,16 @@
 #include "platform/linux/IBusInputMethod.h"
 
+#include "platform/linux/BusConnecting.h"
 #include "platform/linux/Calls.h"
+#include "platform/linux/IBusAddress.h"
 #include "platform/linux/InputMethodNames.h"
 
 #include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVariant>
-#include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QProcess>
-#include <QStandardPaths>
 
 namespace quillbrook {
 
@@ -22,31 +21,6 @@ const QString kPath = QStringLiteral("/org/freedesktop/IBus");
 const QString kLibpinyin = QStringLiteral("libpinyin");
 
 constexpr qint64 kRetryMs = 60'000;
-constexpr qint64 kMaxAddressFileBytes = 64 * 1024;
-
-QString machineId()
-{
-    for (const char* path : {"/etc/machine-id", "/var/lib/dbus/machine-id"}) {
-        QFile file(QString::fromLatin1(path));
-        if (file.open(QIODevice::ReadOnly)) {
-            return QString::fromLatin1(file.read(64)).trimmed();
-        }
-    }
-    return {};
-}
-
-/// The number in ":0.0".
-QString displayNumber()
-{
-    const QString display = qEnvironmentVariable("DISPLAY");
-    return display.section(QLatin1Char(':'), 1).section(QLatin1Char('.'), 0, 0);
-}
-
-QString addressDirectory()
-{
-    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
-        + QStringLiteral("/ibus/bus");
-}
 
 /// The engine's name in the property's value: a variant in a variant, in it a structure of the
 /// type's name, attachments and the name.
@@ -73,7 +47,9 @@ QString engineNameIn(const QVariant& property)
 
 } // namespace
 
-IBusInputMethod::IBusInputMethod()
+IBusInputMethod::IBusInputMethod(MainLoop& mainLoop, WorkQueues& workQueues)
+    : mainLoop(mainLoop)
+    , workQueues(workQueues)
 {
     // Where the daemon runs for the first time, the directory comes with it: keys lead to the
     // next look then.
@@ -88,14 +64,14 @@ IBusInputMethod::~IBusInputMethod()
 
 void IBusInputMethod::refresh()
 {
-    if (watcher.directories().isEmpty() && QFileInfo::exists(addressDirectory())) {
-        watcher.addPath(addressDirectory());
+    if (watcher.directories().isEmpty() && QFileInfo::exists(ibusAddressDirectory())) {
+        watcher.addPath(ibusAddressDirectory());
     }
     // A daemon that starts anew has a new address. One that didn't answer is asked again at most
-    // once a minute, as the connection waits for its greeting.
+    // once a minute, as each attempt takes a thread for a while.
     const bool isDueAgain
         = !QDBusConnection(connectionName).isConnected() && lastAttempt.hasExpired(kRetryMs);
-    if (address() != connectedAddress || isDueAgain) {
+    if (ibusAddress() != connectedAddress || isDueAgain) {
         connectToDaemon();
     }
 }
@@ -107,12 +83,24 @@ void IBusInputMethod::connectToDaemon()
     }
     current.clear();
     lastAttempt.start();
-    connectedAddress = address();
+    connectedAddress = ibusAddress();
     if (connectedAddress.isEmpty()) {
         return;
     }
     connectionName = QStringLiteral("quillbrook-ibus-%1").arg(++attempts);
-    auto bus = QDBusConnection::connectToBus(connectedAddress, connectionName);
+    connectLater(workQueues, mainLoop, connectedAddress, connectionName, this,
+        [this, name = connectionName] {
+            if (name == connectionName) {
+                attemptEnded();
+            } else {
+                QDBusConnection::disconnectFromBus(name); // a newer attempt took its place
+            }
+        });
+}
+
+void IBusInputMethod::attemptEnded()
+{
+    QDBusConnection bus(connectionName);
     if (!bus.isConnected()) {
         return;
     }
@@ -160,23 +148,6 @@ void IBusInputMethod::askForDoublePinyin()
     settings->start(QStringLiteral("gsettings"),
         {QStringLiteral("get"), QStringLiteral("com.github.libpinyin.ibus-libpinyin.libpinyin"),
             QStringLiteral("double-pinyin")});
-}
-
-QString IBusInputMethod::addressFile() const
-{
-    return addressDirectory() + QLatin1Char('/') + machineId() + QStringLiteral("-unix-")
-        + displayNumber();
-}
-
-QString IBusInputMethod::address() const
-{
-    const QString named = qEnvironmentVariable("IBUS_ADDRESS");
-    QFile file(addressFile());
-    if (!named.isEmpty() || !file.open(QIODevice::ReadOnly)) {
-        return named;
-    }
-    const auto found = ibusAddressIn(file.read(kMaxAddressFileBytes).toStdString());
-    return found ? QString::fromStdString(*found) : QString();
 }
 
 std::optional<std::string> IBusInputMethod::identifier() const

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QDBusVariant>
 #include <QElapsedTimer>
 #include <QFileSystemWatcher>
 #include <QObject>
@@ -11,13 +10,16 @@
 
 namespace quillbrook {
 
+class MainLoop;
+class WorkQueues;
+
 /// What IBus says of the input method in use. Its daemon keeps a bus of its own, whose address it
 /// leaves in a file for each display, and tells of each change. Main thread only.
 class IBusInputMethod final : public QObject {
     Q_OBJECT
 
 public:
-    IBusInputMethod();
+    IBusInputMethod(MainLoop& mainLoop, WorkQueues& workQueues);
     ~IBusInputMethod() override;
 
     /// The identifier of the engine in use; empty when IBus doesn't run or doesn't tell.
@@ -31,12 +33,13 @@ private Q_SLOTS:
 
 private:
     void connectToDaemon();
+    void attemptEnded();
     void askForEngine();
     void setEngine(const QString& engine);
     void askForDoublePinyin();
-    QString addressFile() const;
-    QString address() const;
 
+    MainLoop& mainLoop;
+    WorkQueues& workQueues;
     QFileSystemWatcher watcher{};
     QString connectionName{};
     QString connectedAddress{};

@@ -10,9 +10,11 @@ constexpr double kRefreshDelaySec = 2;
 
 } // namespace
 
-LinuxInputSource::LinuxInputSource(Bus& sessionBus, X11Connection& x11, MainLoop& mainLoop)
+LinuxInputSource::LinuxInputSource(
+    Bus& sessionBus, X11Connection& x11, MainLoop& mainLoop, WorkQueues& workQueues)
     : mainLoop(mainLoop)
     , fcitx(sessionBus)
+    , ibus(mainLoop, workQueues)
     , xkb(x11)
 {
 }

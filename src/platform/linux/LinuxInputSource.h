@@ -10,13 +10,15 @@ namespace quillbrook {
 
 class Bus;
 class MainLoop;
+class WorkQueues;
 class X11Connection;
 
 /// The input source by the first that tells of Fcitx 5, IBus and the keyboard's layout. Fcitx 5
 /// comes first, as it poses as IBus too.
 class LinuxInputSource final : public InputSource {
 public:
-    LinuxInputSource(Bus& sessionBus, X11Connection& x11, MainLoop& mainLoop);
+    LinuxInputSource(
+        Bus& sessionBus, X11Connection& x11, MainLoop& mainLoop, WorkQueues& workQueues);
 
     /// As of at most two seconds after the last key.
     std::optional<std::string> currentIdentifier() const override;
@@ -30,7 +32,7 @@ private:
 
     MainLoop& mainLoop;
     Fcitx5InputMethod fcitx;
-    IBusInputMethod ibus{};
+    IBusInputMethod ibus;
     XkbLayout xkb;
     bool isRefreshComing = false;
 

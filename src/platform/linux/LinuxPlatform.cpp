@@ -118,8 +118,8 @@ struct LinuxPlatform::Parts {
     LinuxWorkspace workspace{front};
     X11HumanInput humanInput{x11};
 
-    Bus sessionBus{Bus::Kind::session, mainLoop};
-    Bus systemBus{Bus::Kind::system, mainLoop};
+    Bus sessionBus{Bus::Kind::session, mainLoop, workQueues};
+    Bus systemBus{Bus::Kind::system, mainLoop, workQueues};
     ScreensAsleep screens{[this](bool areAsleep) {
         workspace.notify(areAsleep ? WorkspaceNotification::screensDidSleep
                                    : WorkspaceNotification::screensDidWake);
@@ -131,7 +131,7 @@ struct LinuxPlatform::Parts {
 
     X11KeyCounting displayKeys{x11};
     X11Accessibility accessibility{displayKeys};
-    LinuxInputSource inputSource{sessionBus, x11, mainLoop};
+    LinuxInputSource inputSource{sessionBus, x11, mainLoop, workQueues};
     FollowedKeyCounting keyCounting{displayKeys, inputSource};
     Notifications notifications{sessionBus};
     LinuxChildProcess childProcess{notifications};

@@ -1,6 +1,6 @@
 #include "platform/linux/PortalAppearance.h"
 
-#include "platform/linux/Bus.h"
+#include "platform/linux/BusConnecting.h"
 #include "platform/linux/Calls.h"
 
 #include <QDBusArgument>

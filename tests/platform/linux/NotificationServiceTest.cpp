@@ -218,6 +218,9 @@ TEST_F(NotificationServiceTest, TextsAreShownAsTheyStand)
 TEST_F(NotificationServiceTest, WithoutAServiceEachNotificationIsOneNotice)
 {
     const ErrorsInFile errors(directory.path() / "errors");
+    bool isLater = false; // by then the bus is there
+    QTimer::singleShot(1000, &application, [&] { isLater = true; });
+    ASSERT_TRUE(waitFor([&] { return isLater; }));
     send("Title", "Body");
     ASSERT_TRUE(waitFor([&] { return !errors.notices().empty(); }));
     send("Title", "Body");

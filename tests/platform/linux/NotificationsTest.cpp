@@ -3,6 +3,7 @@
 #include "platform/linux/Bus.h"
 #include "platform/linux/LinuxChildProcess.h"
 #include "platform/qt/QtMainLoop.h"
+#include "platform/qt/QtWorkQueues.h"
 
 #include <gtest/gtest.h>
 
@@ -48,7 +49,8 @@ protected:
     char* values[2] = {name.data(), nullptr};
     QCoreApplication application{count, values};
     QtMainLoop mainLoop{};
-    Bus sessionBus{Bus::Kind::session, mainLoop};
+    QtWorkQueues workQueues{};
+    Bus sessionBus{Bus::Kind::session, mainLoop, workQueues};
     Notifications notifications{sessionBus};
     LinuxChildProcess childProcess{notifications};
 };
