@@ -23,10 +23,12 @@ void Notifier::sendNotification(const std::string& title, const std::string& bod
 {
     const std::string script = filled(R"(display notification "{}" with title "{}")",
         {withoutDoubleQuotes(body), withoutDoubleQuotes(title)});
-    const auto failure = platform.childProcess.launch("/usr/bin/osascript", {"-e", script});
-    if (failure) {
-        log.log("⚠️ 通知发送失败: " + failure->description);
-    }
+    platform.childProcess.launch("/usr/bin/osascript", {"-e", script},
+        [this, watch = lifetime.watch()](const LaunchFailure& failure) {
+            if (!watch.isOver()) {
+                log.log("⚠️ 通知发送失败: " + failure.description);
+            }
+        });
 }
 
 } // namespace quillbrook

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Lifetime.h"
 #include "platform/Platform.h"
 
 #include <string>
@@ -14,12 +15,14 @@ public:
     Notifier(const Platform& platform, MonitorLog& log) : platform(platform), log(log) {}
 
     /// Asks for a notification and does not wait for it. A tool that can't be launched is a log
-    /// line.
+    /// line, at once or when that shows.
     void sendNotification(const std::string& title, const std::string& body);
 
 private:
     Platform platform;
     MonitorLog& log;
+
+    Lifetime lifetime{};
 };
 
 } // namespace quillbrook

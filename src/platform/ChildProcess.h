@@ -1,6 +1,6 @@
 #pragma once
 
-#include <optional>
+#include <functional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -23,11 +23,14 @@ struct FinishedProcess {
 /// thread only.
 class ChildProcess {
 public:
+    using FailureHandler = std::function<void(const LaunchFailure&)>;
+
     virtual ~ChildProcess() = default;
 
-    /// Launches and does not wait. Empty on success.
-    virtual std::optional<LaunchFailure> launch(
-        const std::string& path, const std::vector<std::string>& arguments)
+    /// Launches and does not wait. `failed` runs if that fails: at once, or later on the main
+    /// thread where the failure shows later.
+    virtual void launch(
+        const std::string& path, const std::vector<std::string>& arguments, FailureHandler failed)
         = 0;
 
     /// Launches and waits for the end.

@@ -2,23 +2,23 @@
 
 #include "platform/linux/Notifications.h"
 
+#include <utility>
+
 namespace quillbrook {
 
-std::optional<LaunchFailure> LinuxChildProcess::launch(
-    const std::string& path, const std::vector<std::string>& arguments)
+void LinuxChildProcess::launch(
+    const std::string& path, const std::vector<std::string>& arguments, FailureHandler failed)
 {
-    if (path != "/usr/bin/osascript" || arguments.size() != 2) {
-        return LaunchFailure{"本系统没有 " + path};
-    }
-    const auto texts = notificationIn(arguments[1]);
+    const auto texts = path == "/usr/bin/osascript" && arguments.size() == 2
+        ? notificationIn(arguments[1])
+        : std::nullopt;
     if (!texts) {
-        return LaunchFailure{"本系统没有 " + path};
+        failed(LaunchFailure{"本系统没有 " + path});
+        return;
     }
-    if (!notifications.isPossible()) {
-        return LaunchFailure{"没有会话总线"};
-    }
-    notifications.notify(*texts);
-    return std::nullopt;
+    notifications.notify(*texts, [failed = std::move(failed)](const std::string& description) {
+        failed(LaunchFailure{description});
+    });
 }
 
 std::variant<FinishedProcess, LaunchFailure> LinuxChildProcess::run(

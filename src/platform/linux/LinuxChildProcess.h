@@ -13,8 +13,8 @@ public:
     explicit LinuxChildProcess(Notifications& notifications) : notifications(notifications) {}
 
     /// A notification goes to the desktop's service; nothing else can be launched.
-    std::optional<LaunchFailure> launch(
-        const std::string& path, const std::vector<std::string>& arguments) override;
+    void launch(const std::string& path, const std::vector<std::string>& arguments,
+        FailureHandler failed) override;
 
     /// The line that asks for the display server's figures prints nothing; nothing else can be
     /// launched: there is no permission that could be reset.

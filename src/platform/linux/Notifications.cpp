@@ -3,14 +3,34 @@
 #include "platform/Directories.h"
 #include "platform/linux/Bus.h"
 #include "platform/linux/Calls.h"
-#include "platform/linux/Notice.h"
 #include "platform/qt/QtText.h"
 
 #include <QDBusMessage>
 #include <QStringList>
 #include <QVariantMap>
 
+#include <utility>
+
 namespace quillbrook {
+
+namespace {
+
+/// What a service says of its failure, short and without what would begin a line of its own.
+std::string inOneLine(QString text)
+{
+    constexpr int kMaxLength = 200;
+    text.truncate(kMaxLength);
+    for (QChar& character : text) {
+        if (character.category() == QChar::Other_Control
+            || character.category() == QChar::Separator_Line
+            || character.category() == QChar::Separator_Paragraph) {
+            character = QLatin1Char(' ');
+        }
+    }
+    return text.toStdString();
+}
+
+} // namespace
 
 std::optional<NotificationTexts> notificationIn(std::string_view script)
 {
@@ -54,12 +74,22 @@ std::string withoutMarkup(std::string_view text)
     return escaped;
 }
 
-bool Notifications::isPossible() const
+void Notifications::notify(const NotificationTexts& texts, FailureHandler failed)
 {
-    return sessionBus.isThere();
+    sessionBus.whenKnown(
+        [this, watch = lifetime.watch(), texts, failed = std::move(failed)](bool isThere) {
+            if (watch.isOver()) {
+                return;
+            }
+            if (isThere) {
+                send(texts, failed);
+            } else {
+                failed("没有会话总线");
+            }
+        });
 }
 
-void Notifications::notify(const NotificationTexts& texts)
+void Notifications::send(const NotificationTexts& texts, FailureHandler failed)
 {
     constexpr uint kReplacesNothing = 0;
     constexpr int kServersTimeout = -1;
@@ -73,11 +103,14 @@ void Notifications::notify(const NotificationTexts& texts)
         QVariantMap{{QStringLiteral("urgency"), QVariant::fromValue<uchar>(1)},
             {QStringLiteral("desktop-entry"), ourId}},
         kServersTimeout});
-    callLater(sessionBus.connection(), call, this, [](const QDBusMessage& reply) {
-        if (reply.type() == QDBusMessage::ErrorMessage) {
-            notice("通知发送失败: " + reply.errorMessage().toStdString());
-        }
-    });
+    callLater(
+        sessionBus.connection(), call, this,
+        [failed = std::move(failed)](const QDBusMessage& reply) {
+            if (reply.type() == QDBusMessage::ErrorMessage) {
+                failed(inOneLine(reply.errorMessage()));
+            }
+        },
+        StartsService::yes);
 }
 
 } // namespace quillbrook

@@ -1,7 +1,10 @@
 #pragma once
 
+#include "base/Lifetime.h"
+
 #include <QObject>
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -31,14 +34,19 @@ class Notifications final : public QObject {
 public:
     explicit Notifications(Bus& sessionBus) : sessionBus(sessionBus) {}
 
-    /// Whether there is a bus to send over.
-    bool isPossible() const;
+    using FailureHandler = std::function<void(const std::string& description)>;
 
-    /// Shows a notification and doesn't wait. A service that is missing or refuses is a notice.
-    void notify(const NotificationTexts& texts);
+    /// Shows a notification and doesn't wait; a service that the bus can start is started. Without
+    /// a bus, and when the service is missing, refuses or doesn't answer, `failed` runs, unless we
+    /// are gone by then.
+    void notify(const NotificationTexts& texts, FailureHandler failed);
 
 private:
+    void send(const NotificationTexts& texts, FailureHandler failed);
+
     Bus& sessionBus;
+
+    Lifetime lifetime{};
 };
 
 } // namespace quillbrook

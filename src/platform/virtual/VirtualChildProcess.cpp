@@ -2,14 +2,13 @@
 
 namespace quillbrook {
 
-std::optional<LaunchFailure> VirtualChildProcess::launch(
-    const std::string& path, const std::vector<std::string>& arguments)
+void VirtualChildProcess::launch(
+    const std::string& path, const std::vector<std::string>& arguments, FailureHandler failed)
 {
     calls.add(LaunchCall{path, arguments, false});
     if (!programs.contains(path)) {
-        return LaunchFailure{"not found: " + path};
+        failed(LaunchFailure{"not found: " + path});
     }
-    return std::nullopt;
 }
 
 std::variant<FinishedProcess, LaunchFailure> VirtualChildProcess::run(

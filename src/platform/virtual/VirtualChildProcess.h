@@ -13,8 +13,8 @@ class VirtualChildProcess final : public ChildProcess {
 public:
     explicit VirtualChildProcess(OutsideCalls& calls) : calls(calls) {}
 
-    std::optional<LaunchFailure> launch(
-        const std::string& path, const std::vector<std::string>& arguments) override;
+    void launch(const std::string& path, const std::vector<std::string>& arguments,
+        FailureHandler failed) override;
     std::variant<FinishedProcess, LaunchFailure> run(
         const std::string& path, const std::vector<std::string>& arguments) override;
 

@@ -1,6 +1,9 @@
+#include "base/Text.h"
 #include "engine/MonitorLog.h"
 #include "engine/Notifier.h"
+#include "platform/MainLoop.h"
 #include "platform/linux/LinuxPlatform.h"
+#include "platform/qt/SystemClock.h"
 #include "support/TemporaryDirectory.h"
 #include "support/XServer.h"
 
@@ -13,20 +16,19 @@
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusMetaType>
+#include <QDBusVirtualObject>
 #include <QDeadlineTimer>
 #include <QProcess>
 #include <QTimer>
 #include <QXmlStreamReader>
 
-#include <fcntl.h>
 #include <sys/prctl.h>
-#include <unistd.h>
 
 #include <csignal>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <functional>
-#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
@@ -38,40 +40,36 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-/// Standard error in a file, until this goes.
-class ErrorsInFile {
+/// A bus that would start no service but those of a folder.
+constexpr const char* kBusConfiguration = R"(<!DOCTYPE busconfig PUBLIC
+ "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig>
+  <type>session</type>
+  <listen>unix:tmpdir=/tmp</listen>
+  <servicedir>{}</servicedir>
+  <policy context="default">
+    <allow send_destination="*" eavesdrop="true"/>
+    <allow eavesdrop="true"/>
+    <allow own="*"/>
+  </policy>
+</busconfig>
+)";
+
+constexpr const char* kDunstService = R"([D-BUS Service]
+Name=org.freedesktop.Notifications
+Exec=/usr/bin/dunst
+)";
+
+/// A service that refuses everything in two lines.
+class RefusingService final : public QDBusVirtualObject {
 public:
-    explicit ErrorsInFile(std::string path) : path(std::move(path)), before(dup(STDERR_FILENO))
+    QString introspect(const QString&) const override { return {}; }
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override
     {
-        const int file = open(this->path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
-        dup2(file, STDERR_FILENO);
-        close(file);
+        return connection.send(message.createErrorReply(QStringLiteral("org.example.No"),
+            QStringLiteral("no\n[2026-01-01T00:00:00Z] ✅ 就绪\x1b")));
     }
-    ~ErrorsInFile()
-    {
-        dup2(before, STDERR_FILENO);
-        close(before);
-    }
-
-    ErrorsInFile(const ErrorsInFile&) = delete;
-    ErrorsInFile& operator=(const ErrorsInFile&) = delete;
-
-    /// The lines that tell of notifications.
-    std::vector<std::string> notices() const
-    {
-        std::vector<std::string> found;
-        std::ifstream stream(path);
-        for (std::string line; std::getline(stream, line);) {
-            if (line.find("通知") != std::string::npos) {
-                found.push_back(line);
-            }
-        }
-        return found;
-    }
-
-private:
-    std::string path;
-    int before;
 };
 
 /// What a person reads of a text with markup.
@@ -98,20 +96,41 @@ protected:
             setenv(variable, directory.path().c_str(), 1);
         }
         setenv("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nonexistent", 1);
-        startProgram(bus, "dbus-daemon", {"--session", "--nofork", "--print-address=1"});
+        write("bus.conf", filled(kBusConfiguration, {(directory.path() / "services").native()}));
+        startProgram(bus, "dbus-daemon",
+            {"--nofork", "--print-address=1", "--config-file",
+                QString::fromStdString(directory.path() / "bus.conf")});
         bus.waitForReadyRead();
         setenv("DBUS_SESSION_BUS_ADDRESS", bus.readLine().trimmed().constData(), 1);
         connection = std::make_unique<QDBusConnection>(QDBusConnection::connectToBus(
             qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("test")));
         platform = std::make_unique<LinuxPlatform>([] {});
-        log = std::make_unique<MonitorLog>(platform->platform().clock);
+        log.openFile(directory.path() / "monitor.log");
     }
     ~NotificationServiceTest() override
     {
+        notifier.reset();
         platform.reset();
         QDBusConnection::disconnectFromBus(connection->name());
         end(dunst);
         end(bus);
+    }
+
+    void write(const std::filesystem::path& name, const std::string& text) const
+    {
+        std::filesystem::create_directories((directory.path() / name).parent_path());
+        std::ofstream(directory.path() / name) << text;
+    }
+
+    /// The log's lines, without their times.
+    std::vector<std::string> logLines() const
+    {
+        std::vector<std::string> lines;
+        std::ifstream stream(directory.path() / "monitor.log");
+        for (std::string line; std::getline(stream, line);) {
+            lines.push_back(line.substr(line.find(' ') + 1));
+        }
+        return lines;
     }
 
     static void startProgram(QProcess& process, const char* program, const QStringList& arguments)
@@ -178,7 +197,10 @@ protected:
 
     void send(const std::string& title, const std::string& body)
     {
-        Notifier(platform->platform(), *log).sendNotification(title, body);
+        if (!notifier) {
+            notifier = std::make_unique<Notifier>(platform->platform(), log);
+        }
+        notifier->sendNotification(title, body);
     }
 
     XServer server{};
@@ -191,7 +213,9 @@ protected:
     QProcess dunst{};
     std::unique_ptr<QDBusConnection> connection{};
     std::unique_ptr<LinuxPlatform> platform{};
-    std::unique_ptr<MonitorLog> log{};
+    SystemClock clock{};
+    MonitorLog log{clock};
+    std::unique_ptr<Notifier> notifier{};
 };
 
 TEST_F(NotificationServiceTest, TextsAreShownAsTheyStand)
@@ -215,37 +239,63 @@ TEST_F(NotificationServiceTest, TextsAreShownAsTheyStand)
     EXPECT_EQ(notification["appname"].toString(), QStringLiteral("Quillbrook"));
 }
 
-TEST_F(NotificationServiceTest, WithoutAServiceEachNotificationIsOneNotice)
+TEST_F(NotificationServiceTest, WithoutAServiceEachNotificationIsALineOfTheLog)
 {
-    const ErrorsInFile errors(directory.path() / "errors");
-    bool isLater = false; // by then the bus is there
-    QTimer::singleShot(1000, &application, [&] { isLater = true; });
-    ASSERT_TRUE(waitFor([&] { return isLater; }));
     send("Title", "Body");
-    ASSERT_TRUE(waitFor([&] { return !errors.notices().empty(); }));
     send("Title", "Body");
-    ASSERT_TRUE(waitFor([&] { return errors.notices().size() > 1; }));
-    EXPECT_THAT(
-        errors.notices(), ElementsAre(HasSubstr("通知发送失败: "), HasSubstr("通知发送失败: ")));
-    // The bus could start one, as it knows of it, but nobody asked for that.
-    EXPECT_FALSE(isDunstThere());
+    ASSERT_TRUE(waitFor([&] { return logLines().size() == 2; }));
+    EXPECT_THAT(logLines(),
+        testing::Each(testing::AllOf(
+            HasSubstr("⚠️ 通知发送失败: "), HasSubstr("org.freedesktop.Notifications"))));
+}
+
+TEST_F(NotificationServiceTest, AServiceThatTheBusKnowsIsStarted)
+{
+    write("services/dunst.service", kDunstService);
+    connection->call(QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"),
+        QStringLiteral("/org/freedesktop/DBus"), QStringLiteral("org.freedesktop.DBus"),
+        QStringLiteral("ReloadConfig")));
+    send("Title", "Body");
+    ASSERT_TRUE(waitFor([this] { return isDunstThere() && shown().size() == 1; }));
+    EXPECT_EQ(shown().front()["body"].toString(), QStringLiteral("Body"));
+    EXPECT_THAT(logLines(), IsEmpty());
 }
 
 TEST_F(NotificationServiceTest, AServiceMayDieAndComeBack)
 {
-    const ErrorsInFile errors(directory.path() / "errors");
     startDunst();
     send("Title", "One");
     ASSERT_TRUE(waitFor([this] { return shown().size() == 1; }));
-    EXPECT_THAT(errors.notices(), IsEmpty());
+    EXPECT_THAT(logLines(), IsEmpty());
     killDunst();
     send("Title", "Two");
-    ASSERT_TRUE(waitFor([&] { return errors.notices().size() == 1; }));
+    ASSERT_TRUE(waitFor([&] { return logLines().size() == 1; }));
     startDunst();
     send("Title", "Three");
     ASSERT_TRUE(waitFor([this] { return shown().size() == 1; }));
     EXPECT_EQ(shown().front()["body"].toString(), QStringLiteral("Three"));
-    EXPECT_EQ(errors.notices().size(), 1U);
+    EXPECT_EQ(logLines().size(), 1U);
+}
+
+TEST_F(NotificationServiceTest, ARefusalIsOneLineWhateverItSays)
+{
+    RefusingService service;
+    connection->registerVirtualObject(QStringLiteral("/org/freedesktop/Notifications"), &service);
+    connection->registerService(QStringLiteral("org.freedesktop.Notifications"));
+    send("Title", "Body");
+    ASSERT_TRUE(waitFor([&] { return !logLines().empty(); }));
+    EXPECT_THAT(logLines(),
+        ElementsAre("⚠️ 通知发送失败: no [2026-01-01T00:00:00Z] ✅ 就绪 "));
+}
+
+TEST_F(NotificationServiceTest, ANotifierThatIsGoneLogsNothing)
+{
+    send("Title", "Body");
+    notifier.reset();
+    bool isLater = false;
+    platform->platform().mainLoop.runAfter(1, [&] { isLater = true; });
+    ASSERT_TRUE(waitFor([&] { return isLater; }));
+    EXPECT_THAT(logLines(), IsEmpty());
 }
 
 } // namespace
