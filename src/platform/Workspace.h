@@ -17,8 +17,9 @@ struct RunningApplication {
 enum class WorkspaceNotification : std::uint8_t {
     screensDidSleep, ///< the screens went dark, or the session was locked
     screensDidWake,
-    willSleep, ///< the machine is about to sleep; observers run before it does
-    didWake,
+    willSleep, ///< the machine is about to sleep; observers, and what is due each second, run
+               ///< before
+    didWake, ///< told before anything else runs after a sleep
 };
 
 /// The user's desktop: what runs on it, what is in front, and when it sleeps. Main thread only.

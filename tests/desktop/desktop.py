@@ -91,7 +91,9 @@ class Desktop:
     def spawn(self, arguments, fast=False, **options):
         env = dict(self.env)
         if fast and (self.speed, self.offset_sec) != (1, 0):
-            env.update(LD_PRELOAD=FAKETIME, FAKETIME="%+d x%d" % (self.offset_sec, self.speed))
+            libraries = [library for library in (env.get("LD_PRELOAD"), FAKETIME) if library]
+            env.update(LD_PRELOAD=":".join(libraries),
+                       FAKETIME="%+d x%d" % (self.offset_sec, self.speed))
         log = open(os.path.join(self.home, "output"), "ab")
         process = subprocess.Popen(arguments, env=env, start_new_session=True,
                                    stdin=subprocess.DEVNULL,

@@ -1,9 +1,11 @@
 #include "platform/linux/LinuxPlatform.h"
 
 #include "platform/linux/AutostartLoginItem.h"
+#include "platform/linux/BelatedClock.h"
 #include "platform/linux/Bus.h"
 #include "platform/linux/DesktopEntries.h"
 #include "platform/linux/FrontApplication.h"
+#include "platform/linux/KernelTime.h"
 #include "platform/linux/LinuxBundleValues.h"
 #include "platform/linux/LinuxChildProcess.h"
 #include "platform/linux/LinuxHostFacts.h"
@@ -16,7 +18,9 @@
 #include "platform/linux/ProcKernelFigures.h"
 #include "platform/linux/ScreenSaverSignals.h"
 #include "platform/linux/ScreensAsleep.h"
+#include "platform/linux/SleepWatch.h"
 #include "platform/linux/StderrNotices.h"
+#include "platform/linux/WatchedMainLoop.h"
 #include "platform/linux/X11Connection.h"
 #include "platform/linux/X11Dpms.h"
 #include "platform/linux/X11HumanInput.h"
@@ -84,9 +88,10 @@ std::string messageLocale()
 
 struct LinuxPlatform::Parts {
     explicit Parts(std::function<void()> willShutDown)
-        : logind(systemBus,
-            {.willSleep = [this] { workspace.notify(WorkspaceNotification::willSleep); },
-                .didWake = [this] { workspace.notify(WorkspaceNotification::didWake); },
+        : logind(systemBus, watchedMainLoop,
+            {.willSleep = [this] { sleepWatch.sleepAnnounced(); },
+                .didWake = [this] { sleepWatch.wakingAnnounced(); },
+                .isGone = [this] { sleepWatch.announcerGone(); },
                 .willShutDown = std::move(willShutDown),
                 .lockedChanged = sourceOf(ScreenSource::sessionLock)})
     {
@@ -97,7 +102,8 @@ struct LinuxPlatform::Parts {
         return [this, source](bool isAsleep) { screens.set(source, isAsleep); };
     }
 
-    SystemClock clock{};
+    SystemClock systemClock{};
+    BelatedClock clock{systemClock};
     QtMainLoop mainLoop{};
     QtWorkQueues workQueues{};
     QtUserDefaults userDefaults{};
@@ -117,6 +123,10 @@ struct LinuxPlatform::Parts {
     FrontApplication front{x11, entries, mainLoop};
     LinuxWorkspace workspace{front};
     X11HumanInput humanInput{x11};
+    SleepWatch sleepWatch{clock, kernelTime,
+        {.willSleep = [this] { workspace.notify(WorkspaceNotification::willSleep); },
+            .didWake = [this] { workspace.notify(WorkspaceNotification::didWake); }}};
+    WatchedMainLoop watchedMainLoop{mainLoop, sleepWatch};
 
     Bus sessionBus{Bus::Kind::session, mainLoop, workQueues};
     Bus systemBus{Bus::Kind::system, mainLoop, workQueues};
@@ -147,7 +157,7 @@ LinuxPlatform::~LinuxPlatform() = default;
 Platform LinuxPlatform::platform()
 {
     return {.clock = parts->clock,
-        .mainLoop = parts->mainLoop,
+        .mainLoop = parts->watchedMainLoop,
         .workQueues = parts->workQueues,
         .workspace = parts->workspace,
         .humanInput = parts->humanInput,

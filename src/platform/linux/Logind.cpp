@@ -1,5 +1,6 @@
 #include "platform/linux/Logind.h"
 
+#include "platform/MainLoop.h"
 #include "platform/linux/Bus.h"
 #include "platform/linux/Calls.h"
 #include "platform/linux/Notice.h"
@@ -25,6 +26,8 @@ const QString kUser = QStringLiteral("org.freedesktop.login1.User");
 const QString kProperties = QStringLiteral("org.freedesktop.DBus.Properties");
 const QString kLockedHint = QStringLiteral("LockedHint");
 
+constexpr double kLastWorkSec = 1.5;
+
 QDBusMessage managerCall(const QString& method, const QVariantList& arguments)
 {
     auto message = QDBusMessage::createMethodCall(kService, kPath, kManager, method);
@@ -39,6 +42,11 @@ QDBusMessage propertyCall(const QString& path, const QString& interface, const Q
     return message;
 }
 
+void tellMissing(const QDBusMessage& error)
+{
+    notice("logind 不可用，暂无睡眠和锁屏信息: " + error.errorMessage().toStdString());
+}
+
 QString pathIn(const QDBusMessage& reply)
 {
     return reply.arguments().value(0).value<QDBusObjectPath>().path();
@@ -46,31 +54,61 @@ QString pathIn(const QDBusMessage& reply)
 
 } // namespace
 
-Logind::Logind(Bus& systemBus, Handlers handlers)
+Logind::Logind(Bus& systemBus, MainLoop& mainLoop, Handlers handlers)
     : systemBus(systemBus)
+    , mainLoop(mainLoop)
     , handlers(std::move(handlers))
 {
     watcher.addWatchedService(kService);
-    connect(&watcher, &QDBusServiceWatcher::serviceRegistered, this, [this] {
-        inhibit();
-        findSession();
-    });
-    // Without logind nobody knows of a lock.
-    connect(&watcher, &QDBusServiceWatcher::serviceUnregistered, this,
-        [this] { this->handlers.lockedChanged(false); });
+    connect(&watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
+        [this](const QString&, const QString&, const QString& name) {
+            if (name.isEmpty()) {
+                went();
+            } else {
+                came(name);
+            }
+        });
     systemBus.whenThere([this](const QDBusConnection& bus) { setUp(bus); });
-    systemBus.whenGone([this] { this->handlers.lockedChanged(false); });
+    systemBus.whenGone([this] { went(); });
 }
 
 void Logind::setUp(QDBusConnection bus)
 {
-    bus.connect(kService, kPath, kManager, QStringLiteral("PrepareForSleep"), this,
-        SLOT(prepareForSleep(bool)));
-    bus.connect(kService, kPath, kManager, QStringLiteral("PrepareForShutdown"), this,
-        SLOT(prepareForShutdown(bool)));
+    // A service's name in these would be looked up by the library, which waits for the answer: the
+    // slots compare the sender.
+    bus.connect(QString(), kPath, kManager, QStringLiteral("PrepareForSleep"), this,
+        SLOT(prepareForSleep(bool, QDBusMessage)));
+    bus.connect(QString(), kPath, kManager, QStringLiteral("PrepareForShutdown"), this,
+        SLOT(prepareForShutdown(bool, QDBusMessage)));
     watcher.setConnection(bus);
+    auto call = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"),
+        QStringLiteral("/org/freedesktop/DBus"), QStringLiteral("org.freedesktop.DBus"),
+        QStringLiteral("GetNameOwner"));
+    call.setArguments({kService});
+    callLater(bus, call, this, [this](const QDBusMessage& reply) {
+        if (reply.type() == QDBusMessage::ErrorMessage) {
+            tellMissing(reply);
+        } else {
+            came(reply.arguments().value(0).toString());
+        }
+    });
+}
+
+void Logind::came(const QString& name)
+{
+    if (owner == name) {
+        return;
+    }
+    owner = name;
     inhibit();
     findSession();
+}
+
+void Logind::went()
+{
+    owner.clear();
+    handlers.lockedChanged(false); // without logind nobody knows of a lock
+    handlers.isGone();
 }
 
 void Logind::inhibit()
@@ -80,27 +118,41 @@ void Logind::inhibit()
             QStringLiteral("保存使用记录"), QStringLiteral("delay")});
     callLater(systemBus.connection(), call, this, [this](const QDBusMessage& reply) {
         if (reply.type() == QDBusMessage::ErrorMessage) {
-            notice("logind 不可用，暂无睡眠和锁屏信息: " + reply.errorMessage().toStdString());
+            tellMissing(reply);
             return;
         }
         inhibitor = reply.arguments().value(0).value<QDBusUnixFileDescriptor>();
     });
 }
 
-void Logind::prepareForSleep(bool isBeginning)
+void Logind::prepareForSleep(bool isBeginning, const QDBusMessage& signal)
 {
+    if (signal.service() != owner) {
+        return;
+    }
+    ++announcements;
     if (isBeginning) {
         handlers.willSleep();
-        inhibitor = {};
+        letSleepSoon();
     } else {
         handlers.didWake();
         inhibit();
     }
 }
 
-void Logind::prepareForShutdown(bool isBeginning)
+void Logind::letSleepSoon()
 {
-    if (isBeginning) {
+    // What finishes the records runs every second, and has run by then. Logind waits for five.
+    mainLoop.runAfter(kLastWorkSec, lifetime.whileAlive([this, announcement = announcements] {
+        if (announcement == announcements) {
+            inhibitor = {};
+        }
+    }));
+}
+
+void Logind::prepareForShutdown(bool isBeginning, const QDBusMessage& signal)
+{
+    if (isBeginning && signal.service() == owner) {
         handlers.willShutDown();
         inhibitor = {};
     }
@@ -150,12 +202,12 @@ void Logind::followSession(const QString& path)
 {
     auto bus = systemBus.connection();
     if (!sessionPath.isEmpty()) {
-        bus.disconnect(kService, sessionPath, kProperties, QStringLiteral("PropertiesChanged"),
-            this, SLOT(sessionChanged(QString, QVariantMap, QStringList)));
+        bus.disconnect(QString(), sessionPath, kProperties, QStringLiteral("PropertiesChanged"),
+            this, SLOT(sessionChanged(QString, QVariantMap, QStringList, QDBusMessage)));
     }
     sessionPath = path;
-    bus.connect(kService, sessionPath, kProperties, QStringLiteral("PropertiesChanged"), this,
-        SLOT(sessionChanged(QString, QVariantMap, QStringList)));
+    bus.connect(QString(), sessionPath, kProperties, QStringLiteral("PropertiesChanged"), this,
+        SLOT(sessionChanged(QString, QVariantMap, QStringList, QDBusMessage)));
     askWhetherLocked();
 }
 
@@ -170,10 +222,10 @@ void Logind::askWhetherLocked()
         });
 }
 
-void Logind::sessionChanged(
-    const QString& interface, const QVariantMap& changed, const QStringList& invalidated)
+void Logind::sessionChanged(const QString& interface, const QVariantMap& changed,
+    const QStringList& invalidated, const QDBusMessage& signal)
 {
-    if (interface != kSession) {
+    if (interface != kSession || signal.service() != owner) {
         return;
     }
     if (const auto locked = changed.find(kLockedHint); locked != changed.end()) {
