@@ -4,6 +4,7 @@
 #include "platform/qt/QtUserDefaults.h"
 #include "platform/qt/QtWorkQueues.h"
 #include "platform/qt/SystemClock.h"
+#include "platform/qt/SystemTimeZone.h"
 #include "support/TemporaryDirectory.h"
 
 #include <gmock/gmock.h>
@@ -44,6 +45,17 @@ TEST_F(QtPlatformTest, TheClockIsTheWallClock)
 {
     const auto seconds = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
     EXPECT_NEAR(SystemClock().now(), static_cast<double>(seconds), 2);
+}
+
+TEST_F(QtPlatformTest, TheZoneIsTheOneOfNow)
+{
+    const SystemTimeZone zone;
+    setenv("TZ", "UTC-8", 1); // in this notation, east of Greenwich is negative
+    EXPECT_EQ(zone.secondsFromUtc(1767225600), 28800);
+    setenv("TZ", "EST5EDT,M3.2.0,M11.1.0", 1);
+    EXPECT_EQ(zone.secondsFromUtc(1767225600), -18000);
+    EXPECT_EQ(zone.secondsFromUtc(1782864000), -14400);
+    unsetenv("TZ");
 }
 
 TEST_F(QtPlatformTest, TimersAndBlocksRunOnTheLoop)
