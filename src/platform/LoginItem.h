@@ -16,7 +16,7 @@ public:
     virtual ~LoginItem() = default;
 
     /// macOS: the status of `SMAppService.mainAppService` is enabled; Linux: an autostart entry of
-    /// ours that the desktop will start. Asked of the system each time.
+    /// ours that the desktop will start and whose program is there. Asked of the system each time.
     virtual bool isEnabled() const = 0;
 
     /// Switches it on. Empty on success. macOS: `register`; Linux: writes the autostart entry.

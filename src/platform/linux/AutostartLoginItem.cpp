@@ -3,6 +3,8 @@
 #include "base/AtomicFile.h"
 #include "platform/linux/DesktopEntry.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstdlib>
 #include <fstream>
@@ -75,6 +77,23 @@ std::vector<fs::path> pathsIn(std::string_view list)
     return paths;
 }
 
+bool isProgram(const fs::path& path)
+{
+    std::error_code failure;
+    return fs::is_regular_file(path, failure) && access(path.c_str(), X_OK) == 0;
+}
+
+/// Whether a path or a name to be sought in $PATH leads to a program.
+bool leadsToProgram(const std::string& program)
+{
+    if (program.find('/') != std::string::npos) {
+        return isProgram(program);
+    }
+    const auto directories = pathsIn(environmentValue("PATH").value_or("/usr/bin:/bin"));
+    return std::ranges::any_of(
+        directories, [&](const fs::path& directory) { return isProgram(directory / program); });
+}
+
 } // namespace
 
 AutostartLoginItem::AutostartLoginItem(const fs::path& userDirectory,
@@ -102,7 +121,11 @@ bool AutostartLoginItem::isEnabled() const
     for (auto entry = systemEntries.begin(); !text && entry != systemEntries.end(); ++entry) {
         text = textOf(*entry);
     }
-    return text && startsAtLogin(*text);
+    if (!text) {
+        return false;
+    }
+    const auto programs = programsStartedAtLogin(*text);
+    return !programs.empty() && std::ranges::all_of(programs, leadsToProgram);
 }
 
 std::optional<LoginItemFailure> AutostartLoginItem::enable()

@@ -40,7 +40,7 @@ std::map<std::string_view, std::string_view> entryKeys(std::string_view text)
     return keys;
 }
 
-/// A value with its escapes resolved, as well-formed UTF-8.
+/// A value with its escapes resolved.
 std::string unescaped(std::string_view value)
 {
     std::string text;
@@ -61,18 +61,25 @@ std::string unescaped(std::string_view value)
             text += value[i];
         }
     }
-    return validUtf8(text);
+    return text;
 }
 
-/// The words of a command line, in double quotes or not.
+/// The words of a command line, in double quotes or not. In quotes a backslash keeps the character
+/// behind it, and two percent signs are one.
 std::vector<std::string> words(std::string_view commandLine)
 {
     std::vector<std::string> found;
     std::string word;
     bool isQuoted = false;
     bool isWord = false;
-    for (const char c : commandLine) {
-        if (c == '"') {
+    for (std::size_t i = 0; i < commandLine.size(); ++i) {
+        const char c = commandLine[i];
+        const char next = i + 1 < commandLine.size() ? commandLine[i + 1] : '\0';
+        if ((isQuoted && c == '\\' && next != '\0') || (c == '%' && next == '%')) {
+            word += next;
+            isWord = true;
+            ++i;
+        } else if (c == '"') {
             isQuoted = !isQuoted;
             isWord = true;
         } else if (c == ' ' && !isQuoted) {
@@ -97,8 +104,9 @@ std::string baseName(const std::string& path)
     return path.substr(path.rfind('/') + 1);
 }
 
-/// The program that a command line runs; `env` and its assignments are looked through.
-std::string executableOf(std::string_view commandLine)
+/// The path or name of the program that a command line runs; `env` and its assignments are looked
+/// through.
+std::string programOf(std::string_view commandLine)
 {
     const auto line = words(commandLine);
     auto word = line.begin();
@@ -107,7 +115,7 @@ std::string executableOf(std::string_view commandLine)
         word = std::find_if(word, line.end(),
             [](const std::string& part) { return part.find('=') == std::string::npos; });
     }
-    return word != line.end() ? baseName(*word) : std::string();
+    return word != line.end() ? *word : std::string();
 }
 
 } // namespace
@@ -126,15 +134,20 @@ std::vector<std::string> languageKeys(std::string_view localeName)
     return keys;
 }
 
-bool startsAtLogin(std::string_view text)
+std::vector<std::string> programsStartedAtLogin(std::string_view text)
 {
     const auto keys = entryKeys(text);
     const auto value = [&keys](std::string_view key) {
         const auto found = keys.find(key);
-        return found != keys.end() ? found->second : std::string_view();
+        return found != keys.end() ? unescaped(found->second) : std::string();
     };
-    return !value("Exec").empty() && value("Hidden") != "true"
-        && value("X-GNOME-Autostart-enabled") != "false";
+    const std::string program = programOf(value("Exec"));
+    if (program.empty() || value("Hidden") == "true"
+        || value("X-GNOME-Autostart-enabled") == "false") {
+        return {};
+    }
+    const std::string tried = value("TryExec");
+    return tried.empty() ? std::vector{program} : std::vector{program, tried};
 }
 
 std::optional<DesktopEntry> parseDesktopEntry(
@@ -143,14 +156,14 @@ std::optional<DesktopEntry> parseDesktopEntry(
     const auto keys = entryKeys(text);
     const auto value = [&keys](std::string_view key) {
         const auto found = keys.find(key);
-        return found != keys.end() ? unescaped(found->second) : std::string();
+        return found != keys.end() ? validUtf8(unescaped(found->second)) : std::string();
     };
     if (value("Type") != "Application" || value("Hidden") == "true") {
         return std::nullopt;
     }
     DesktopEntry entry{.name = value("Name"),
         .startupWmClass = value("StartupWMClass"),
-        .executable = executableOf(value("Exec")),
+        .executable = baseName(programOf(value("Exec"))),
         .isShown = value("NoDisplay") != "true"};
     for (const std::string& language : languages) {
         if (const std::string name = value("Name[" + language + "]"); !name.empty()) {

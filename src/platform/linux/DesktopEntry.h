@@ -20,8 +20,9 @@ struct DesktopEntry {
 /// Empty for "C", "POSIX" and nothing.
 std::vector<std::string> languageKeys(std::string_view localeName);
 
-/// Whether a desktop starts the application that the text of an autostart entry describes.
-bool startsAtLogin(std::string_view text);
+/// The programs that must be there for a desktop to start what the text of an autostart entry
+/// describes, as paths or as names to be sought in $PATH. Empty when it starts nothing.
+std::vector<std::string> programsStartedAtLogin(std::string_view text);
 
 /// The application that the text of a desktop entry describes, `id` left empty. Empty when it
 /// describes none, or one that is hidden. The text may hold anything.

@@ -18,7 +18,7 @@ using testing::HasSubstr;
 
 class AutostartLoginItemTest : public testing::Test {
 protected:
-    AutostartLoginItem item(const std::string& program = "/usr/bin/quillbrook") const
+    AutostartLoginItem item(const std::string& program = "/bin/sh") const
     {
         return {directory.path() / "user", {directory.path() / "site", directory.path() / "etc"},
             program};
@@ -54,7 +54,7 @@ TEST_F(AutostartLoginItemTest, EnablingWritesAnEntryThatStartsTheProgram)
     EXPECT_FALSE(item().enable());
     EXPECT_TRUE(item().isEnabled());
     EXPECT_EQ(textOf("user"),
-        "[Desktop Entry]\nType=Application\nName=Quillbrook\nExec=\"/usr/bin/quillbrook\"\n"
+        "[Desktop Entry]\nType=Application\nName=Quillbrook\nExec=\"/bin/sh\"\n"
         "Icon=cn.tarnlow.quillbrook\n");
 }
 
@@ -69,7 +69,7 @@ TEST_F(AutostartLoginItemTest, DisablingRemovesTheUsersEntry)
 
 TEST_F(AutostartLoginItemTest, DisablingHidesTheSystemsEntry)
 {
-    write("etc", "Exec=quillbrook\n");
+    write("etc", "Exec=sh\n");
     EXPECT_TRUE(item().isEnabled());
     EXPECT_FALSE(item().disable());
     EXPECT_FALSE(item().isEnabled());
@@ -80,32 +80,54 @@ TEST_F(AutostartLoginItemTest, DisablingHidesTheSystemsEntry)
 
 TEST_F(AutostartLoginItemTest, AnEntryThatTheDesktopPassesByIsOff)
 {
-    for (const char* keys :
-        {"Exec=quillbrook\nHidden=true\n", "Exec=quillbrook\nX-GNOME-Autostart-enabled=false\n",
-            "Name=Quillbrook\n", "Exec=\n"}) {
+    for (const char* keys : {"Exec=sh\nHidden=true\n", "Exec=sh\nX-GNOME-Autostart-enabled=false\n",
+             "Name=Quillbrook\n", "Exec=\n"}) {
         write("user", keys);
         EXPECT_FALSE(item().isEnabled()) << keys;
     }
-    write("user", "Exec=quillbrook\nHidden=false\nX-GNOME-Autostart-enabled=true\n");
+    write("user", "Exec=sh\nHidden=false\nX-GNOME-Autostart-enabled=true\n");
     EXPECT_TRUE(item().isEnabled());
 }
 
 TEST_F(AutostartLoginItemTest, TheFirstEntryHidesThoseAfterIt)
 {
-    write("etc", "Exec=quillbrook\n");
-    write("site", "Exec=quillbrook\nHidden=true\n");
+    write("etc", "Exec=sh\n");
+    write("site", "Exec=sh\nHidden=true\n");
     EXPECT_FALSE(item().isEnabled());
-    write("user", "Exec=quillbrook\n");
+    write("user", "Exec=sh\n");
     EXPECT_TRUE(item().isEnabled());
 }
 
 TEST_F(AutostartLoginItemTest, AnyPathIsOneArgument)
 {
-    EXPECT_FALSE(item(R"(/opt/my "50%" $apps\q`)").enable());
+    const std::string program = (directory.path() / R"(my "50%" $apps\q`)").string();
+    fs::copy_file("/bin/sh", program);
+    EXPECT_FALSE(item(program).enable());
     EXPECT_THAT(textOf("user"),
-        HasSubstr("\nExec=\""
-                  R"(/opt/my \\"50%%\\" \\$apps\\\\q\\`)"
+        HasSubstr(R"(/my \\"50%%\\" \\$apps\\\\q\\`)"
                   "\"\n"));
+    EXPECT_TRUE(item().isEnabled());
+    fs::remove(program);
+    EXPECT_FALSE(item().isEnabled());
+}
+
+TEST_F(AutostartLoginItemTest, AnEntryWhoseProgramIsGoneIsOff)
+{
+    const fs::path program = directory.path() / "program";
+    std::ofstream(program) << "#!/bin/sh\n";
+    fs::permissions(program, fs::perms::owner_all);
+    EXPECT_FALSE(item(program.string()).enable());
+    EXPECT_TRUE(item().isEnabled());
+    fs::permissions(program, fs::perms::owner_read);
+    EXPECT_FALSE(item().isEnabled());
+    fs::remove(program);
+    EXPECT_FALSE(item().isEnabled());
+    for (const char* keys : {"Exec=no-such-program\n", "Exec=env A=b /no/such/program\n",
+             "Exec=sh\nTryExec=/no/such/program\n", "Exec=/bin\n"}) {
+        write("user", keys);
+        EXPECT_FALSE(item().isEnabled()) << keys;
+    }
+    write("user", "Exec=env A=b sh -c 'a b'\nTryExec=sh\n");
     EXPECT_TRUE(item().isEnabled());
 }
 
@@ -133,15 +155,15 @@ TEST_F(AutostartLoginItemTest, TheUsersFolderFollowsTheEnvironment)
 {
     setenv("XDG_CONFIG_HOME", (directory.path() / "user").c_str(), 1);
     setenv("XDG_CONFIG_DIRS", (directory.path() / "etc").c_str(), 1);
-    write("etc", "Exec=quillbrook\n");
-    AutostartLoginItem own = AutostartLoginItem::ofThisUser("/usr/bin/quillbrook");
+    write("etc", "Exec=sh\n");
+    AutostartLoginItem own = AutostartLoginItem::ofThisUser("/bin/sh");
     EXPECT_TRUE(own.isEnabled());
     EXPECT_FALSE(own.disable());
     EXPECT_TRUE(fs::exists(entry("user")));
 
     setenv("XDG_CONFIG_HOME", "relative", 1);
     setenv("HOME", directory.path().c_str(), 1);
-    EXPECT_FALSE(AutostartLoginItem::ofThisUser("/usr/bin/quillbrook").enable());
+    EXPECT_FALSE(AutostartLoginItem::ofThisUser("/bin/sh").enable());
     EXPECT_TRUE(fs::exists(directory.path() / ".config" / "autostart"));
     unsetenv("XDG_CONFIG_HOME");
     unsetenv("XDG_CONFIG_DIRS");
