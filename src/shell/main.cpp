@@ -4,6 +4,7 @@
 #include "shell/AppDelegate.h"
 
 #include <QApplication>
+#include <QSessionManager>
 
 #include <csignal>
 #include <cstdlib>
@@ -19,6 +20,13 @@ void terminate()
         runningDelegate->terminate();
         runningDelegate = nullptr;
     }
+}
+
+/// The login item alone decides whether the program starts with a session: a session manager that
+/// brings back what ran before would start it although the item is off.
+void leaveStartingToTheLoginItem(QSessionManager& session)
+{
+    session.setRestartHint(QSessionManager::RestartNever);
 }
 
 } // namespace
@@ -38,6 +46,12 @@ int main(int argc, char** argv)
     QApplication::setApplicationName(QStringLiteral("Quillbrook"));
     QApplication::setDesktopFileName(QStringLiteral("cn.tarnlow.quillbrook"));
     QApplication::setQuitOnLastWindowClosed(false);
+
+    for (const auto saving :
+        {&QGuiApplication::saveStateRequest, &QGuiApplication::commitDataRequest}) {
+        QObject::connect(
+            &application, saving, &application, leaveStartingToTheLoginItem, Qt::DirectConnection);
+    }
 
     quillbrook::LinuxPlatform platform([] {
         terminate();

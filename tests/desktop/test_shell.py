@@ -30,6 +30,21 @@ class ShellTest(DesktopTest):
                     return file.read()
         return ""
 
+    def test_no_session_manager_starts_it_again(self):
+        desktop = self.desktop
+        told = desktop.home + "/session-manager"
+        with open(told, "wb") as file:
+            desktop.spawn(["/usr/bin/python3", "-B", os.path.abspath("session_manager.py")],
+                          stdout=file)
+
+        def lines():
+            with open(told, encoding="utf-8") as file:
+                return file.read().splitlines()
+        desktop.env["SESSION_MANAGER"] = wait_for(lines, "the session manager")[0]
+        desktop.start_recorder()
+        hints = wait_for(lambda: lines()[1:], "the restart hint")
+        self.assertEqual(hints, ["restart hint 3"], "never, as the protocol has it")
+
     def test_the_tray_shows_the_menu_with_its_shortcuts(self):
         self.start_with_tray()
         self.assertEqual(self.item.titles(), ["Alerts：0", "Hours：0h0m", "-", "刷新数据", "-",
