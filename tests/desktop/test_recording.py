@@ -282,6 +282,16 @@ class RecordingTest(DesktopTest):
         desktop.set_saver_active(True)
         desktop.wait_for_idle(3)
 
+    def test_a_locker_that_tells_nobody(self):
+        desktop = self.desktop
+        self.start_working()
+        locker = desktop.spawn(["i3lock", "--nofork"])
+        desktop.wait_for_idle(3)
+        self.assertEqual(len(desktop.sessions()), 1)
+        desktop.kill(locker)
+        desktop.wait_for_session("XTerm", 2)
+        self.assertEqual(desktop.sessions()[1][2], 3)
+
     def test_a_saver_that_dies_covers_nothing(self):
         desktop = self.desktop
         self.start_working()

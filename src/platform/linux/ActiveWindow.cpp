@@ -11,7 +11,6 @@ namespace quillbrook {
 namespace {
 
 constexpr int kMaxDepth = 32; // of windows in windows
-constexpr std::size_t kMaxWindowsOfFrame = 64;
 
 constexpr std::uint32_t kFocusEvents = XCB_EVENT_MASK_FOCUS_CHANGE;
 constexpr std::uint32_t kPointerEvents = XCB_EVENT_MASK_ENTER_WINDOW | XCB_EVENT_MASK_LEAVE_WINDOW;
@@ -149,16 +148,10 @@ std::optional<xcb_window_t> ActiveWindow::clientWithin(xcb_window_t frame) const
     if (isClient(frame)) {
         return frame;
     }
-    const XcbReply<xcb_query_tree_reply_t> tree(
-        xcb_query_tree_reply(x11.get(), xcb_query_tree(x11.get(), frame), nullptr));
-    if (!tree) {
-        return std::nullopt;
-    }
-    const xcb_window_t* children = xcb_query_tree_children(tree.get());
-    const auto count = std::min<std::size_t>(tree->children_len, kMaxWindowsOfFrame);
-    const auto* found = std::find_if(
-        children, children + count, [this](xcb_window_t window) { return isClient(window); });
-    return found != children + count ? std::optional(*found) : std::nullopt;
+    const auto windows = childrenOf(x11, frame);
+    const auto found
+        = std::ranges::find_if(windows, [this](xcb_window_t window) { return isClient(window); });
+    return found != windows.end() ? std::optional(*found) : std::nullopt;
 }
 
 bool ActiveWindow::isClient(xcb_window_t window) const

@@ -25,7 +25,9 @@
 #include "platform/linux/X11Dpms.h"
 #include "platform/linux/X11HumanInput.h"
 #include "platform/linux/X11KeyCounting.h"
+#include "platform/linux/X11ScreenLocker.h"
 #include "platform/linux/X11ScreenSaver.h"
+#include "platform/linux/XScreenSaverStatus.h"
 #include "platform/qt/QtDirectories.h"
 #include "platform/qt/QtLocaleText.h"
 #include "platform/qt/QtMainLoop.h"
@@ -135,6 +137,8 @@ struct LinuxPlatform::Parts {
                                    : WorkspaceNotification::screensDidWake);
     }};
     X11ScreenSaver serverSaver{x11, sourceOf(ScreenSource::serverSaver)};
+    XScreenSaverStatus saverProgram{x11, sourceOf(ScreenSource::xscreensaver)};
+    X11ScreenLocker locker{x11, mainLoop, sourceOf(ScreenSource::displayLocker)};
     X11Dpms powerManagement{x11, mainLoop, sourceOf(ScreenSource::powerManagement)};
     ScreenSaverSignals desktopSaver{sessionBus, sourceOf(ScreenSource::desktopSaver)};
     Logind logind;

@@ -8,7 +8,14 @@
 namespace quillbrook {
 
 /// Who tells that the screens are dark, covered or locked.
-enum class ScreenSource : std::uint8_t { serverSaver, powerManagement, desktopSaver, sessionLock };
+enum class ScreenSource : std::uint8_t {
+    serverSaver,
+    powerManagement,
+    desktopSaver,
+    sessionLock,
+    xscreensaver,
+    displayLocker,
+};
 
 /// The screens sleep as long as one of the sources says so.
 class ScreensAsleep {

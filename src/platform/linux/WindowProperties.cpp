@@ -3,11 +3,15 @@
 #include "platform/linux/X11Connection.h"
 #include "platform/linux/XcbReply.h"
 
+#include <algorithm>
+#include <cstddef>
+
 namespace quillbrook {
 
 namespace {
 
 constexpr std::uint32_t kMaxPropertyWords = 4096; // 16 KiB
+constexpr std::size_t kMostChildren = 1000;
 
 } // namespace
 
@@ -27,7 +31,7 @@ std::vector<std::uint32_t> numbersOf(const xcb_get_property_reply_t& reply)
 }
 
 std::optional<std::vector<std::uint32_t>> numbersIn(
-    X11Connection& x11, xcb_window_t window, xcb_atom_t property, xcb_atom_t type)
+    const X11Connection& x11, xcb_window_t window, xcb_atom_t property, xcb_atom_t type)
 {
     const auto cookie
         = xcb_get_property(x11.get(), 0, window, property, type, 0, kMaxPropertyWords);
@@ -40,12 +44,23 @@ std::optional<std::vector<std::uint32_t>> numbersIn(
 }
 
 std::optional<xcb_window_t> windowNamedBy(
-    X11Connection& x11, xcb_window_t window, xcb_atom_t property)
+    const X11Connection& x11, xcb_window_t window, xcb_atom_t property)
 {
     const auto numbers = numbersIn(x11, window, property, XCB_ATOM_WINDOW);
     return numbers && !numbers->empty() && numbers->front() != XCB_WINDOW_NONE
         ? std::optional(numbers->front())
         : std::nullopt;
+}
+
+std::vector<xcb_window_t> childrenOf(const X11Connection& x11, xcb_window_t window)
+{
+    const XcbReply<xcb_query_tree_reply_t> tree(
+        xcb_query_tree_reply(x11.get(), xcb_query_tree(x11.get(), window), nullptr));
+    if (!tree) {
+        return {};
+    }
+    const xcb_window_t* first = xcb_query_tree_children(tree.get());
+    return {first, first + std::min<std::size_t>(tree->children_len, kMostChildren)};
 }
 
 } // namespace quillbrook
