@@ -33,6 +33,10 @@ public:
     /// so that there is nothing to do.
     virtual void setActivationPolicy(ActivationPolicy policy) = 0;
 
+    /// Makes the window, told by the system's number of it, the one that gets the keys at the next
+    /// `activate`.
+    virtual void makeKey(std::uint64_t window) = 0;
+
     /// Brings the program's windows before those of all others, as far as the desktop lets it.
     virtual void activate() = 0;
 

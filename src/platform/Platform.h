@@ -20,6 +20,7 @@ class MainLoop;
 class Notices;
 class TimeZone;
 class UserDefaults;
+class WindowActivation;
 class WorkQueues;
 class Workspace;
 
@@ -45,6 +46,7 @@ struct Platform {
     DesktopAppearance& appearance;
     IdleMemory& idleMemory;
     Notices& notices;
+    WindowActivation& windowActivation;
 };
 
 } // namespace quillbrook

@@ -22,8 +22,9 @@ void AppDelegate::launch()
     menuBar->show();
 }
 
-void AppDelegate::reopen()
+void AppDelegate::reopen(const std::string& startupId)
 {
+    const auto request = application.actFor(startupId);
     const bool hasWindows = application.hasVisibleWindows();
     if (flow.applicationShouldHandleReopen(hasWindows) && hasWindows) {
         application.activate();

@@ -14,6 +14,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace quillbrook {
@@ -34,8 +35,8 @@ public:
     /// Begins the program's life.
     void launch();
 
-    /// The user started the program again.
-    void reopen();
+    /// The user started the program again; `startupId` is what the desktop told that launch.
+    void reopen(const std::string& startupId);
 
     /// Ends the recording and notes the clean exit; again it changes nothing.
     void terminate() { flow.applicationWillTerminate(); }
@@ -52,7 +53,7 @@ private:
     void showPage(std::optional<NavTab> tab);
 
     Platform platform;
-    QtApplication application{};
+    QtApplication application{platform.windowActivation};
     CrashReporter crashReporter{platform};
     MonitorEngine engine{platform};
     LaunchFlow flow{platform,

@@ -43,8 +43,7 @@ void DashboardWindowController::show(std::optional<NavTab> tab)
         window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
     }
     window->show();
-    window->raise();
-    window->activateWindow();
+    application.makeKey(window->winId());
     application.activate();
 }
 

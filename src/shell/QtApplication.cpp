@@ -1,5 +1,6 @@
 #include "shell/QtApplication.h"
 
+#include "platform/WindowActivation.h"
 #include "platform/qt/QtText.h"
 
 #include <QApplication>
@@ -14,13 +15,19 @@ namespace quillbrook {
 
 namespace {
 
+/// What a person would call a window: a tray's icon and a menu stand outside of the window
+/// manager.
+bool isWindow(const QWidget& widget)
+{
+    const bool isOfItsKind = widget.windowType() == Qt::Window || widget.windowType() == Qt::Dialog;
+    return isOfItsKind && !widget.windowFlags().testFlag(Qt::BypassWindowManagerHint);
+}
+
 QList<QWidget*> visibleWindows()
 {
     QList<QWidget*> windows;
     for (QWidget* widget : QApplication::topLevelWidgets()) {
-        const bool isWindow
-            = widget->windowType() == Qt::Window || widget->windowType() == Qt::Dialog;
-        if (isWindow && widget->isVisible() && !widget->isMinimized()) {
+        if (isWindow(*widget) && widget->isVisible() && !widget->isMinimized()) {
             windows.append(widget);
         }
     }
@@ -34,12 +41,50 @@ void QtApplication::setActivationPolicy(ActivationPolicy)
     // The desktop shows the program for as long as one of its windows is open.
 }
 
+void QtApplication::makeKey(std::uint64_t window)
+{
+    madeKey = QWidget::find(static_cast<WId>(window));
+}
+
 void QtApplication::activate()
 {
     for (QWidget* window : visibleWindows()) {
         window->raise();
-        window->activateWindow();
     }
+    if (QWidget* key = keyWindow(); key != nullptr) {
+        bring(*key);
+    }
+}
+
+/// A box comes with the window below it, from another workspace, too.
+void QtApplication::bring(QWidget& window)
+{
+    if (QWidget* parent = window.parentWidget(); parent != nullptr) {
+        bring(*parent->window());
+    }
+    window.raise();
+    if (!windowActivation.bring(window.winId(), startupId)) {
+        window.activateWindow();
+    }
+}
+
+std::shared_ptr<void> QtApplication::actFor(const std::string& newStartupId)
+{
+    startupId = newStartupId;
+    return {nullptr, [this](void*) { startupId.clear(); }};
+}
+
+/// The window that the keys belong to: a box that waits for its answer before all others.
+QWidget* QtApplication::keyWindow() const
+{
+    if (QWidget* box = QApplication::activeModalWidget(); box != nullptr) {
+        return box;
+    }
+    if (madeKey && madeKey->isVisible()) {
+        return madeKey;
+    }
+    const QList<QWidget*> windows = visibleWindows();
+    return windows.isEmpty() ? nullptr : windows.last();
 }
 
 AlertAnswer QtApplication::runAlert(const Alert& alert)

@@ -8,6 +8,7 @@
 
 #include <csignal>
 #include <cstdlib>
+#include <string>
 
 namespace {
 
@@ -65,6 +66,6 @@ int main(int argc, char** argv)
     std::atexit(terminate);
 
     delegate.launch();
-    instance.onReopen([&delegate] { delegate.reopen(); });
+    instance.onReopen([&delegate](const std::string& startupId) { delegate.reopen(startupId); });
     return QApplication::exec();
 }

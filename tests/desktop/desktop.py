@@ -54,8 +54,9 @@ class Desktop:
     """One private desktop, `speed` times as fast as the world outside; `now` is the time on its
     clocks when it begins, by default that outside."""
 
-    def __init__(self, speed=60, now=None):
+    def __init__(self, speed=60, now=None, window_manager="openbox"):
         self.speed = speed
+        self.window_manager_name = window_manager
         self.offset_sec = 0 if now is None else round(now - time.time())
         self.home = tempfile.mkdtemp(prefix="quillbrook-desktop-")
         self.processes = []
@@ -88,8 +89,8 @@ class Desktop:
 
     # Processes
 
-    def spawn(self, arguments, fast=False, **options):
-        env = dict(self.env)
+    def spawn(self, arguments, fast=False, extra_env=(), **options):
+        env = {**self.env, **dict(extra_env)}
         if fast and (self.speed, self.offset_sec) != (1, 0):
             libraries = [library for library in (env.get("LD_PRELOAD"), FAKETIME) if library]
             env.update(LD_PRELOAD=":".join(libraries),
@@ -131,6 +132,27 @@ class Desktop:
             self.env["DISPLAY"] = ":" + file.readline().strip()
 
     def start_window_manager(self):
+        if self.window_manager_name == "openbox":
+            self._start_openbox()
+        else:
+            self._start_other_window_manager()
+
+    def _start_other_window_manager(self):
+        # Without a service that keeps them, the settings are those that it comes with.
+        arguments = {"mutter": ["mutter", "--x11", "--sm-disable"],
+                     "xfwm4": ["xfwm4", "--compositor=off"],
+                     "marco": ["marco", "--no-composite"]}
+        self.window_manager = self.spawn(
+            arguments.get(self.window_manager_name, [self.window_manager_name]),
+            extra_env={"GSETTINGS_BACKEND": "memory"})
+        wait_for(lambda: "window id" in self.tool("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"),
+                 "the window manager")
+        wait_for(self.workspace_count, "the workspaces")
+        if self.workspace_count() < 2:
+            self.tool("wmctrl", "-n", "2")
+            wait_for(lambda: self.workspace_count() > 1, "a second workspace")
+
+    def _start_openbox(self):
         # Windows that open before it has looked at those that are there get no focus.
         started = os.path.join(self.home, "window-manager-started")
         if os.path.exists(started):
@@ -225,6 +247,32 @@ class Desktop:
                                  check=False, timeout=60).stdout
         return [int(line.split()[0], 16) for line in listing.splitlines()
                 if line.split(None, 3)[3:] == [title]]
+
+    def root_number(self, name):
+        found = re.search(r"= (\d+)", self.tool("xprop", "-root", name))
+        return int(found.group(1)) if found else 0
+
+    def workspace(self):
+        return self.root_number("_NET_CURRENT_DESKTOP")
+
+    def workspace_count(self):
+        return self.root_number("_NET_NUMBER_OF_DESKTOPS")
+
+    def switch_workspace(self, number):
+        self.tool("wmctrl", "-s", str(number))
+        wait_for(lambda: self.workspace() == number, "the workspace")
+
+    def is_on_screen(self, window):
+        return "IsViewable" in self.tool("xwininfo", "-id", str(window))
+
+    def start_tray(self):
+        """Starts a panel that shows icons as windows of their programs."""
+        self.spawn(["trayer", "--edge", "top", "--align", "left", "--height", "24"])
+
+    @staticmethod
+    def server_time():
+        """The X server's clock in milliseconds, where time runs as outside."""
+        return round(time.clock_gettime(time.CLOCK_MONOTONIC) * 1000) & 0xFFFFFFFF
 
     def place(self, window):
         """The middle of a window on the screen, (x, y)."""
@@ -362,8 +410,8 @@ class Desktop:
 class DesktopTest(unittest.TestCase):
     """A test on a desktop of its own, whose log and output stand beside a failure."""
 
-    def open_desktop(self, speed=60, now=None):
-        self.desktop = Desktop(speed, now)
+    def open_desktop(self, speed=60, now=None, **options):
+        self.desktop = Desktop(speed, now, **options)
         self.addCleanup(self.desktop.close)
 
     def tearDown(self):

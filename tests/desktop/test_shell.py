@@ -1,6 +1,8 @@
 """The tray, the set-up window, the reopen and the quitting of the real program."""
 
 import os
+import signal
+import subprocess
 import unittest
 
 from desktop import DesktopTest, wait_for
@@ -88,7 +90,7 @@ class ShellTest(DesktopTest):
     def test_a_click_on_the_icon_in_a_panel_that_came_later_opens_the_menu(self):
         self.desktop.start_recorder_and_wait()
         wait_for(lambda: not self.desktop.program_windows(), "the end of the dashboard")
-        self.desktop.spawn(["trayer", "--edge", "top", "--align", "left", "--height", "24"])
+        self.desktop.start_tray()
         icon = wait_for(self.desktop.program_windows, "the icon")[0]
         wait_for(lambda: ICON_PLATE in self.desktop.colors(icon), "the drawn icon")
         self.desktop.click(self.desktop.place(icon))
@@ -144,6 +146,39 @@ class ShellTest(DesktopTest):
         wait_for(lambda: self.desktop.active_window() != window, "the focus elsewhere")
         self.assertEqual(self.desktop.start_recorder().wait(timeout=60), 0)
         wait_for(lambda: self.desktop.active_window() == window, "the dashboard in front again")
+
+    def files(self):
+        """The names and the times of all that the program keeps."""
+        found = {}
+        for folder in (self.desktop.data, self.desktop.home + "/config"):
+            for place, _folders, names in os.walk(folder):
+                for name in names:
+                    path = os.path.join(place, name)
+                    found[path] = os.stat(path).st_mtime_ns
+        return found
+
+    def test_a_second_launch_leaves_a_busy_first_one_alone(self):
+        recorder = self.desktop.start_recorder_and_wait()
+        os.kill(recorder.pid, signal.SIGSTOP)
+        before = self.files()
+        self.assertEqual(self.desktop.start_recorder().wait(timeout=60), 0)
+        self.assertEqual(self.files(), before)
+        os.kill(recorder.pid, signal.SIGCONT)
+        wait_for(lambda: self.desktop.windows("Quillbrook"), "the dashboard that was asked for")
+        self.assertIsNone(recorder.poll())
+
+    def test_a_second_launch_takes_the_place_of_one_that_ends(self):
+        recorder = self.desktop.start_recorder_and_wait()
+        os.kill(recorder.pid, signal.SIGSTOP)
+        lines = self.desktop.log().count("✅ 就绪")
+        second = self.desktop.start_recorder()
+        name = "cn.tarnlow.quillbrook"
+        with self.assertRaises(subprocess.TimeoutExpired):
+            second.wait(timeout=1)
+        self.assertTrue(self.desktop.session_bus.name_has_owner(name))
+        self.desktop.kill(recorder)
+        wait_for(lambda: self.desktop.log().count("✅ 就绪") > lines, "the second recorder")
+        self.assertIsNone(second.poll())
 
     def test_the_program_quits_while_a_dialogue_is_open(self):
         reader = ScreenReader(self.desktop)

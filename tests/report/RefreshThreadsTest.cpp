@@ -108,7 +108,8 @@ protected:
             .hostFacts = p.hostFacts,
             .appearance = p.appearance,
             .idleMemory = p.idleMemory,
-            .notices = p.notices};
+            .notices = p.notices,
+            .windowActivation = p.windowActivation};
     }
 
     ThreadedMainLoop loop{};

@@ -132,6 +132,7 @@ TEST_F(DashboardTest, ComesToTheFrontOnTheSamePage)
     show();
     EXPECT_FALSE(window().isMinimized());
     EXPECT_EQ(application.activationCount(), activations + 1);
+    EXPECT_EQ(application.keyWindow(), window().winId());
     EXPECT_THAT(texts(), Contains("The Past Is History"));
 }
 

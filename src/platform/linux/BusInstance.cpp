@@ -12,6 +12,7 @@ namespace {
 const QString kName = QStringLiteral("cn.tarnlow.quillbrook");
 const QString kPath = QStringLiteral("/cn/tarnlow/quillbrook");
 const QString kConnection = QStringLiteral("quillbrook-instance");
+const QString kStartupId = QStringLiteral("desktop-startup-id");
 
 constexpr int kAnswerTimeoutMs = 3000;
 
@@ -24,7 +25,7 @@ QVariantMap activationTokens()
             tokens.insert(key, value);
         }
     };
-    add(QStringLiteral("desktop-startup-id"), "DESKTOP_STARTUP_ID");
+    add(kStartupId, "DESKTOP_STARTUP_ID");
     add(QStringLiteral("activation-token"), "XDG_ACTIVATION_TOKEN");
     return tokens;
 }
@@ -60,12 +61,18 @@ bool BusInstance::handOver()
         kName, kPath, QStringLiteral("org.freedesktop.Application"), QStringLiteral("Activate"));
     call.setArguments({activationTokens()});
     call.setAutoStartService(false);
-    return bus.call(call, QDBus::Block, kAnswerTimeoutMs).type() == QDBusMessage::ReplyMessage;
+    if (bus.call(call, QDBus::Block, kAnswerTimeoutMs).type() == QDBusMessage::ReplyMessage) {
+        return true;
+    }
+    // Who has ended meanwhile leaves us the name. Who still has it has been asked, and a second
+    // program beside a slow one would write into the same files.
+    hasName = bus.registerService(kName);
+    return !hasName;
 }
 
-void BusInstance::Activate(const QVariantMap&)
+void BusInstance::Activate(const QVariantMap& platformData)
 {
-    reopened();
+    reopened(platformData.value(kStartupId).toString().toStdString());
 }
 
 } // namespace quillbrook

@@ -7,6 +7,7 @@
 #include <QVariantMap>
 
 #include <functional>
+#include <string>
 #include <utility>
 
 namespace quillbrook {
@@ -25,7 +26,10 @@ public:
     BusInstance& operator=(const BusInstance&) = delete;
 
     bool handOver() override;
-    void onReopen(std::function<void()> body) override { reopened = std::move(body); }
+    void onReopen(std::function<void(const std::string& startupId)> body) override
+    {
+        reopened = std::move(body);
+    }
 
 public Q_SLOTS:
     Q_SCRIPTABLE void Activate(const QVariantMap& platformData); // NOLINT: the interface's name
@@ -33,7 +37,7 @@ public Q_SLOTS:
 private:
     QDBusConnection bus;
     bool hasName = false;
-    std::function<void()> reopened = [] {};
+    std::function<void(const std::string& startupId)> reopened = [](const std::string&) {};
 };
 
 } // namespace quillbrook

@@ -28,6 +28,7 @@
 #include "platform/linux/X11ScreenLocker.h"
 #include "platform/linux/X11ScreenSaver.h"
 #include "platform/linux/XScreenSaverStatus.h"
+#include "platform/linux/X11WindowActivation.h"
 #include "platform/qt/QtDirectories.h"
 #include "platform/qt/QtLocaleText.h"
 #include "platform/qt/QtMainLoop.h"
@@ -129,6 +130,7 @@ struct LinuxPlatform::Parts {
         {.willSleep = [this] { workspace.notify(WorkspaceNotification::willSleep); },
             .didWake = [this] { workspace.notify(WorkspaceNotification::didWake); }}};
     WatchedMainLoop watchedMainLoop{mainLoop, sleepWatch};
+    X11WindowActivation windowActivation{x11};
 
     Bus sessionBus{Bus::Kind::session, mainLoop, workQueues};
     Bus systemBus{Bus::Kind::system, mainLoop, workQueues};
@@ -179,7 +181,8 @@ Platform LinuxPlatform::platform()
         .hostFacts = parts->hostFacts,
         .appearance = parts->appearance,
         .idleMemory = parts->idleMemory,
-        .notices = parts->notices};
+        .notices = parts->notices,
+        .windowActivation = parts->windowActivation};
 }
 
 } // namespace quillbrook

@@ -11,6 +11,7 @@ namespace quillbrook {
 class VirtualApplication final : public Application {
 public:
     void setActivationPolicy(ActivationPolicy newPolicy) override { policy = newPolicy; }
+    void makeKey(std::uint64_t window) override { key = window; }
     void activate() override { ++activations; }
     AlertAnswer runAlert(const Alert& alert) override
     {
@@ -23,6 +24,8 @@ public:
 
     /// Empty until it was first set.
     std::optional<ActivationPolicy> activationPolicy() const { return policy; }
+    /// 0 until one was made it.
+    std::uint64_t keyWindow() const { return key; }
     int activationCount() const { return activations; }
     int directoryOpeningCount() const { return directoryOpenings; }
     const std::vector<Alert>& alerts() const { return shownAlerts; }
@@ -30,6 +33,7 @@ public:
 private:
     std::optional<ActivationPolicy> policy{};
     AlertAnswer answer = AlertAnswer::secondButton;
+    std::uint64_t key = 0;
     int activations = 0;
     int directoryOpenings = 0;
     std::vector<Alert> shownAlerts{};

@@ -34,7 +34,8 @@ Platform VirtualMachine::platform()
         .hostFacts = hostFacts,
         .appearance = appearance,
         .idleMemory = idleMemory,
-        .notices = notices};
+        .notices = notices,
+        .windowActivation = windowActivation};
 }
 
 void VirtualMachine::bringToFront(std::string name, std::string bundleIdentifier)

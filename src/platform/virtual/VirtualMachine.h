@@ -21,6 +21,7 @@
 #include "platform/virtual/VirtualTimeVfs.h"
 #include "platform/virtual/VirtualTimeZone.h"
 #include "platform/virtual/VirtualUserDefaults.h"
+#include "platform/virtual/VirtualWindowActivation.h"
 #include "platform/virtual/VirtualWorkQueues.h"
 #include "platform/virtual/VirtualWorkspace.h"
 
@@ -70,6 +71,7 @@ public:
     VirtualAppearance appearance{};
     VirtualIdleMemory idleMemory{};
     VirtualNotices notices{};
+    VirtualWindowActivation windowActivation{};
 
 private:
     VirtualTimeVfs timeVfs{clock};

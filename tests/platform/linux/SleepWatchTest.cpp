@@ -41,7 +41,8 @@ protected:
             .hostFacts = plain.hostFacts,
             .appearance = plain.appearance,
             .idleMemory = plain.idleMemory,
-            .notices = plain.notices});
+            .notices = plain.notices,
+            .windowActivation = plain.windowActivation});
         startWorkingIn("Editor"); // its session begins at 60
         machine.runFor(40.5);
     }
