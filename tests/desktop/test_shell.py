@@ -194,6 +194,7 @@ class ShellTest(DesktopTest):
         recorder = self.desktop.start_recorder_and_wait()
         os.kill(recorder.pid, 11)
         self.assertEqual(recorder.wait(timeout=60), -11)
+        self.assertRegex(self.crash_log(), r"quillbrook\(main\+0x")
         self.assertIn("💥 崩溃信号: SIGSEGV (段错误)", self.crash_log())
         self.assertIn("=== 崩溃日志结束 ===", self.crash_log())
 
