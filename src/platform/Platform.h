@@ -18,6 +18,7 @@ class LocaleText;
 class LoginItem;
 class MainLoop;
 class Notices;
+class SystemSound;
 class TimeZone;
 class UserDefaults;
 class WindowActivation;
@@ -47,6 +48,7 @@ struct Platform {
     IdleMemory& idleMemory;
     Notices& notices;
     WindowActivation& windowActivation;
+    SystemSound& systemSound;
 };
 
 } // namespace quillbrook

@@ -112,5 +112,18 @@ TEST_F(VirtualMachineTest, WorkRunsOnTheMainLoop)
     EXPECT_THAT(done, ElementsAre(1, 2));
 }
 
+TEST_F(VirtualMachineTest, SoundsAnswerAfterTheCall)
+{
+    std::vector<bool> answers;
+    machine.systemSound.setSounds({"Ping"});
+    machine.systemSound.play("Glass", [&](bool isThere) { answers.push_back(isThere); });
+    machine.systemSound.play("Ping", [&](bool isThere) { answers.push_back(isThere); });
+    machine.systemSound.beep();
+    EXPECT_TRUE(answers.empty());
+    machine.runFor(0);
+    EXPECT_THAT(answers, ElementsAre(false, true));
+    EXPECT_THAT(machine.systemSound.asked(), ElementsAre("Glass", "Ping", "beep"));
+}
+
 } // namespace
 } // namespace quillbrook

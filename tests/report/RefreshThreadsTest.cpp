@@ -109,7 +109,8 @@ protected:
             .appearance = p.appearance,
             .idleMemory = p.idleMemory,
             .notices = p.notices,
-            .windowActivation = p.windowActivation};
+            .windowActivation = p.windowActivation,
+            .systemSound = p.systemSound};
     }
 
     ThreadedMainLoop loop{};

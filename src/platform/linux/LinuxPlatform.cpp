@@ -3,6 +3,7 @@
 #include "platform/linux/AutostartLoginItem.h"
 #include "platform/linux/BelatedClock.h"
 #include "platform/linux/Bus.h"
+#include "platform/linux/CanberraSound.h"
 #include "platform/linux/DesktopEntries.h"
 #include "platform/linux/FrontApplication.h"
 #include "platform/linux/KernelTime.h"
@@ -131,6 +132,7 @@ struct LinuxPlatform::Parts {
             .didWake = [this] { workspace.notify(WorkspaceNotification::didWake); }}};
     WatchedMainLoop watchedMainLoop{mainLoop, sleepWatch};
     X11WindowActivation windowActivation{x11};
+    CanberraSound systemSound{x11};
 
     Bus sessionBus{Bus::Kind::session, mainLoop, workQueues};
     Bus systemBus{Bus::Kind::system, mainLoop, workQueues};
@@ -182,7 +184,8 @@ Platform LinuxPlatform::platform()
         .appearance = parts->appearance,
         .idleMemory = parts->idleMemory,
         .notices = parts->notices,
-        .windowActivation = parts->windowActivation};
+        .windowActivation = parts->windowActivation,
+        .systemSound = parts->systemSound};
 }
 
 } // namespace quillbrook

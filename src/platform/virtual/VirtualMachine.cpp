@@ -35,7 +35,8 @@ Platform VirtualMachine::platform()
         .appearance = appearance,
         .idleMemory = idleMemory,
         .notices = notices,
-        .windowActivation = windowActivation};
+        .windowActivation = windowActivation,
+        .systemSound = systemSound};
 }
 
 void VirtualMachine::bringToFront(std::string name, std::string bundleIdentifier)

@@ -18,6 +18,7 @@
 #include "platform/virtual/VirtualLoginItem.h"
 #include "platform/virtual/VirtualMainLoop.h"
 #include "platform/virtual/VirtualNotices.h"
+#include "platform/virtual/VirtualSystemSound.h"
 #include "platform/virtual/VirtualTimeVfs.h"
 #include "platform/virtual/VirtualTimeZone.h"
 #include "platform/virtual/VirtualUserDefaults.h"
@@ -72,6 +73,7 @@ public:
     VirtualIdleMemory idleMemory{};
     VirtualNotices notices{};
     VirtualWindowActivation windowActivation{};
+    VirtualSystemSound systemSound{mainLoop};
 
 private:
     VirtualTimeVfs timeVfs{clock};

@@ -42,7 +42,8 @@ protected:
             .appearance = plain.appearance,
             .idleMemory = plain.idleMemory,
             .notices = plain.notices,
-            .windowActivation = plain.windowActivation});
+            .windowActivation = plain.windowActivation,
+            .systemSound = plain.systemSound});
         startWorkingIn("Editor"); // its session begins at 60
         machine.runFor(40.5);
     }
