@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <functional>
+#include <optional>
 
 namespace quillbrook {
 namespace {
@@ -131,30 +132,107 @@ TEST_F(CrashTest, KilledBeforeTheFirstSession)
     EXPECT_EQ(store().value("SELECT COUNT(*) FROM app_categories"), "113");
 }
 
-TEST_F(CrashTest, KilledInsideATransaction)
-{
-    // The transaction of the third switch never reaches its COMMIT: none of it counts.
-    liveAndDie([this] {
-        startWorkingIn("Editor");
-        bringToFront("Mail");
-        machine.runFor(3);
+/// Deaths at a commit. What one change writes is committed once; without its transaction each
+/// statement would be a commit of its own, and the death at the second would leave half a change.
+class CommitCrashTest : public CrashTest {
+protected:
+    /// Works in an editor for a minute, does `changes`, and dies at the commit after so many of
+    /// theirs.
+    void dieAfterCommits(int count, const std::function<void()>& changes)
+    {
+        liveAndDie([&] {
+            countCommitsOfNewConnections();
+            startWorkingIn("Editor");
+            commitsToLive = count;
+            changes();
+        });
+    }
+
+    static void countCommitsOfNewConnections()
+    {
         sqlite3_auto_extension(
             reinterpret_cast<void (*)()>(+[](sqlite3* connection, const char**, const void*) {
-                sqlite3_commit_hook(
-                    connection,
-                    [](void*) {
-                        kill(getpid(), SIGKILL);
-                        return 0;
-                    },
-                    nullptr);
+                sqlite3_commit_hook(connection, countCommit, nullptr);
                 return SQLITE_OK;
             }));
-        crash();
-        startWorkingIn("Music"); // dies at the first COMMIT of this start
-    });
+    }
+
+    static inline std::optional<int> commitsToLive{}; // set in the process that dies alone
+
+    void switchToMailAndMusic()
+    {
+        bringToFront("Mail");
+        machine.runFor(3);
+        bringToFront("Music");
+        machine.runFor(3);
+    }
+
+    void lockAndUnlockTwice()
+    {
+        for (int round = 0; round < 2; ++round) {
+            machine.workspace.notify(screensDidSleep);
+            machine.runFor(5);
+            machine.workspace.notify(screensDidWake);
+            machine.runFor(5);
+        }
+    }
+
+private:
+    static int countCommit(void*)
+    {
+        if (commitsToLive && (*commitsToLive)-- == 0) {
+            kill(getpid(), SIGKILL);
+        }
+        return 0;
+    }
+};
+
+TEST_F(CommitCrashTest, OfASwitchNothingIsThereBeforeItsCommit)
+{
+    dieAfterCommits(0, [this] { switchToMailAndMusic(); });
+    EXPECT_THAT(sessions(), ElementsAre("Editor|60|NULL|1"));
+    startAgainAt(1000);
+    EXPECT_THAT(sessions(), ElementsAre("Editor|60|NULL|1"));
+}
+
+TEST_F(CommitCrashTest, ASwitchIsOneCommit)
+{
+    dieAfterCommits(1, [this] { switchToMailAndMusic(); });
     EXPECT_THAT(sessions(), ElementsAre("Editor|60|63|1", "Mail|63|NULL|0"));
     startAgainAt(1000);
     EXPECT_THAT(sessions(), ElementsAre("Editor|60|63|1", "Mail|63|NULL|0"));
+}
+
+TEST_F(CommitCrashTest, OfAPauseNothingIsThereBeforeItsCommit)
+{
+    dieAfterCommits(0, [this] { lockAndUnlockTwice(); });
+    EXPECT_THAT(sessions(), ElementsAre("Editor|60|NULL|1"));
+    EXPECT_THAT(idlePeriods(), IsEmpty());
+}
+
+TEST_F(CommitCrashTest, APauseIsOneCommit)
+{
+    dieAfterCommits(1, [this] { lockAndUnlockTwice(); });
+    EXPECT_THAT(sessions(), ElementsAre("Editor|60|61|1"));
+    EXPECT_THAT(idlePeriods(), ElementsAre("61|NULL|3"));
+}
+
+TEST_F(CommitCrashTest, AReturnIsOneCommit)
+{
+    dieAfterCommits(2, [this] { lockAndUnlockTwice(); });
+    EXPECT_THAT(sessions(), ElementsAre("Editor|60|61|1", "Editor|66|NULL|3"));
+    EXPECT_THAT(idlePeriods(), ElementsAre("61|66|3"));
+}
+
+TEST_F(CommitCrashTest, TheSchemaAndItsRowsAreOneCommit)
+{
+    liveAndDie([this] {
+        countCommitsOfNewConnections();
+        commitsToLive = 2; // the change to the write-ahead log, and the schema
+        start();
+    });
+    EXPECT_EQ(store().value("SELECT COUNT(*) FROM app_categories"), "113");
+    EXPECT_EQ(store().value("SELECT COUNT(*) FROM boot_events"), "1");
 }
 
 TEST_F(CrashTest, SixtyDeathsLoseNoCommittedRow)
