@@ -72,7 +72,7 @@ TotalsByKey categoryTotals(sqlite3* db, const std::string& dateFilter, const Rul
         const std::string_view bundle = query.bytes(bundleId).value_or(std::string_view());
         CategoryTotals& entry = *totalsOf.of(
             *name, bundle, [&] { return enter(totals, categoryOf(rules, *name, bundle), *name); });
-        entry.seconds += *seconds;
+        entry.seconds = shownSeconds(entry.seconds + *seconds);
         ++entry.sessions;
     }
     return totals;
@@ -128,7 +128,7 @@ HoursByDay trendHours(sqlite3* db, const RuleSet& rules)
                                       DayHours{.label = category.name.label})
                                   .first->second;
         }
-        category.hours->hours += *seconds / 3600;
+        category.hours->hours = shownSeconds(category.hours->hours + *seconds / 3600);
     }
     return hours;
 }
@@ -140,7 +140,7 @@ CategoryData queryCategoryData(sqlite3* db, const std::string& dateFilter, const
     const TotalsByKey totals = categoryTotals(db, dateFilter, rules);
     CategoryData data;
     for (const auto& [key, entry] : totals) {
-        data.totalSeconds += entry.seconds;
+        data.totalSeconds = shownSeconds(data.totalSeconds + entry.seconds);
     }
     for (const auto& [key, entry] : totals) {
         data.usage.push_back({.category = key,

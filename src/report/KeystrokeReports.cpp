@@ -5,7 +5,6 @@
 #include "report/StoreQuery.h"
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
 
 namespace quillbrook {
@@ -95,7 +94,7 @@ KeystrokeData queryKeystrokeData(
         const auto name = query.text(appName);
         const auto method = query.text(inputMethod);
         const auto keystrokes = query.integer(ks);
-        if (!hour || !std::isfinite(*hour) || !name || !method || !keystrokes) {
+        if (!hour || !name || !method || !keystrokes) {
             continue;
         }
         const std::int64_t index = wholeNumber(*hour);

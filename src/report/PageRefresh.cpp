@@ -8,6 +8,7 @@
 #include "report/CategoryReports.h"
 #include "report/DataProvider.h"
 #include "report/KeystrokeReports.h"
+#include "report/NarrowedTable.h"
 #include "report/PeriodFilters.h"
 #include "report/SessionReports.h"
 #include "report/StoreQuery.h"
@@ -20,10 +21,15 @@ namespace {
 void readKeystrokes(
     DashboardData& data, sqlite3* db, const std::string& filter, std::int64_t tzOffsetSec)
 {
-    KeystrokeData keys = queryKeystrokeData(db, filter, tzOffsetSec);
+    KeystrokeData keys;
+    {
+        const NarrowedTable sound(db, "keystrokes", soundKeystrokes(db));
+        keys = queryKeystrokeData(db, filter, tzOffsetSec);
+    }
     data.keylogHourly = std::move(keys.hours);
     data.totalKeylogKeystrokes = keys.totalKeystrokes;
     data.totalKeylogTokens = keys.totalTokens;
+    const NarrowedTable sound(db, "keystrokes", soundTimes(db, "keystrokes", "timestamp"));
     data.totalActiveKeylogMinutes = queryActiveKeylogMinutes(db, filter, tzOffsetSec);
     if (data.totalActiveKeylogMinutes >= 1) {
         data.tpm = data.totalKeylogTokens / static_cast<double>(data.totalActiveKeylogMinutes);
@@ -36,6 +42,7 @@ void readToday(
     const RuleSet rules = CategoryStore::loadRuleSet(db);
     const std::string filter = dateFilter(ctx.todayPeriod);
     const std::int64_t today = wholeNumber(bjTodayStartUTC(platform.clock.now()));
+    const NarrowedTable sound(db, "app_sessions", soundSessions(db));
     data.appUsage = queryAppUsage(db, filter, rules);
     data.overview = queryTodayOverview(db, filter, platform.kernelFigures);
     data.hourlyTimeline = queryHourlyTimeline(
@@ -48,6 +55,8 @@ void readHistory(DashboardData& data, sqlite3* db, const RefreshContext& ctx)
 {
     const RuleSet rules = CategoryStore::loadRuleSet(db);
     const std::string filter = dateFilter(ctx.historyPeriod);
+    const NarrowedTable sessions(db, "app_sessions", soundSessions(db));
+    const NarrowedTable boots(db, "boot_events", "timestamp * 0 = 0 AND boot_time * 0 = 0");
     data.appUsage = queryAppUsage(db, filter, rules);
     data.historyOverview = queryHistoryOverview(db, filter);
 }
@@ -71,9 +80,34 @@ void readKeylog(
 void readFocus(
     DashboardData& data, sqlite3* db, const Platform& platform, const RefreshContext& ctx)
 {
-    data.focusHours = queryFocusHours(db, ctx.focusPeriod, platform.clock.now());
-    data.durationBuckets = queryDurationBuckets(db, ctx.focusPeriod);
+    {
+        const NarrowedTable sound(db, "app_sessions", soundSessions(db));
+        data.focusHours = queryFocusHours(db, ctx.focusPeriod, platform.clock.now());
+        data.durationBuckets = queryDurationBuckets(db, ctx.focusPeriod);
+    }
     data.dailyAvgSessions = queryDailyAvgSessions(db);
+}
+
+void readAlerts(DashboardData& data, sqlite3* db, const RefreshContext& ctx)
+{
+    const NarrowedTable sound(db, "alerts", soundTimes(db, "alerts", "timestamp"));
+    data.alerts = queryAlerts(db, alertDays(ctx.alertsPeriod));
+    data.alertCount = queryTodayAlertCount(db);
+}
+
+void readSessions(
+    DashboardData& data, sqlite3* db, const Platform& platform, const RefreshContext& ctx)
+{
+    const NarrowedTable sound(db, "app_sessions", soundTimes(db, "app_sessions", "started_at"));
+    data.recentSessions
+        = queryRecentSessions(db, dateFilter(ctx.sessionsPeriod, platform.clock.now()));
+}
+
+void readIdles(
+    DashboardData& data, sqlite3* db, const Platform& platform, const RefreshContext& ctx)
+{
+    const NarrowedTable sound(db, "idle_periods", soundTimes(db, "idle_periods", "started_at"));
+    data.recentIdles = queryRecentIdles(db, dateFilter(ctx.idlesPeriod, platform.clock.now()));
 }
 
 } // namespace
@@ -101,15 +135,13 @@ DashboardData performRefreshSync(
         readKeylog(data, db, platform, ctx);
         break;
     case NavTab::alerts:
-        data.alerts = queryAlerts(db, alertDays(ctx.alertsPeriod));
-        data.alertCount = queryTodayAlertCount(db);
+        readAlerts(data, db, ctx);
         break;
     case NavTab::session:
-        data.recentSessions
-            = queryRecentSessions(db, dateFilter(ctx.sessionsPeriod, platform.clock.now()));
+        readSessions(data, db, platform, ctx);
         break;
     case NavTab::idles:
-        data.recentIdles = queryRecentIdles(db, dateFilter(ctx.idlesPeriod, platform.clock.now()));
+        readIdles(data, db, platform, ctx);
         break;
     case NavTab::focus:
         readFocus(data, db, platform, ctx);

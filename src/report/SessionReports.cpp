@@ -2,6 +2,7 @@
 
 #include "base/Text.h"
 #include "report/FocusSpread.h"
+#include "report/NarrowedTable.h"
 #include "report/PeriodFilters.h"
 #include "report/StoreQuery.h"
 
@@ -179,26 +180,22 @@ std::vector<DurationBucket> queryDurationBuckets(sqlite3* db, FocusPeriod period
 std::vector<DailyAvgSession> queryDailyAvgSessions(sqlite3* db)
 {
     // The statement's own condition can use no index. The view holds at least the rows that it
-    // lets pass, in the order of the table, so that means come out the same to the last bit. Where
-    // the view can't be made, the statement reads the whole table. The plus keeps SQLite from
+    // lets pass, in the order of the table, so that means come out the same to the last bit, but
+    // for lengths that are not finite. The plus keeps SQLite from
     // looking for the least rowid along the table, past all of history, and not along the index.
-    sqlite3_exec(db, R"(CREATE TEMP VIEW app_sessions AS SELECT * FROM main.app_sessions
-    WHERE rowid >= (SELECT MIN(+rowid) FROM main.app_sessions
-        WHERE started_at >= strftime('%s', 'now') - 7*86400 - 1))",
-        nullptr, nullptr, nullptr);
+    const NarrowedTable recent(db, "app_sessions", R"(duration_sec * 0 = 0
+      AND rowid >= (SELECT MIN(+rowid) FROM main.app_sessions
+        WHERE started_at >= strftime('%s', 'now') - 7*86400 - 1))");
     std::vector<DailyAvgSession> days;
-    {
-        StoreQuery query(db, kDailyAvgSessionsSql);
-        while (query.next()) {
-            if (auto day = query.text(query.column("day"))) {
-                days.push_back({.date = *std::move(day),
-                    .avgUnder5 = query.real(query.column("u5")).value_or(0),
-                    .avg5to10 = query.real(query.column("m5")).value_or(0),
-                    .avgOver10 = query.real(query.column("o10")).value_or(0)});
-            }
+    StoreQuery query(db, kDailyAvgSessionsSql);
+    while (query.next()) {
+        if (auto day = query.text(query.column("day"))) {
+            days.push_back({.date = *std::move(day),
+                .avgUnder5 = query.real(query.column("u5")).value_or(0),
+                .avg5to10 = query.real(query.column("m5")).value_or(0),
+                .avgOver10 = query.real(query.column("o10")).value_or(0)});
         }
     }
-    sqlite3_exec(db, "DROP VIEW IF EXISTS temp.app_sessions", nullptr, nullptr, nullptr);
     return days;
 }
 

@@ -3,6 +3,9 @@
 #include "base/Fatal.h"
 #include "base/Text.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace quillbrook {
 
 StoreQuery::StoreQuery(sqlite3* db, std::string_view sql) : statement(prepare(db, sql))
@@ -31,10 +34,26 @@ std::optional<std::int64_t> StoreQuery::integer(int column) const
 std::optional<double> StoreQuery::real(int column) const
 {
     sqlite3_value* const its = value(column);
+    const double number = sqlite3_value_double(its);
+    if (sqlite3_value_type(its) != SQLITE_FLOAT || !std::isfinite(number)) {
+        return std::nullopt;
+    }
+    return number;
+}
+
+std::optional<double> StoreQuery::seconds(int column) const
+{
+    sqlite3_value* const its = value(column);
     if (sqlite3_value_type(its) != SQLITE_FLOAT) {
         return std::nullopt;
     }
-    return sqlite3_value_double(its);
+    return shownSeconds(sqlite3_value_double(its));
+}
+
+double shownSeconds(double seconds)
+{
+    constexpr double kMost = 9e18; // a whole number of 64 bits, as seconds and as minutes
+    return std::clamp(seconds, -kMost, kMost);
 }
 
 std::optional<std::string_view> StoreQuery::bytes(int column) const

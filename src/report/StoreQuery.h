@@ -14,7 +14,8 @@ namespace quillbrook {
 inline constexpr int kReaderFlags = SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX;
 
 /// The rows of a query, read one at a time. A value is read as the one type asked for, and one of
-/// another type counts as absent; integers and doubles don't convert.
+/// another type counts as absent; integers and doubles don't convert. So does a double that is not
+/// finite, as a damaged store can hold.
 ///
 /// A statement that can't be prepared has no rows, and one that fails on its way has those up to
 /// there; neither is reported. There are three readers like this one, one for each kind of caller,
@@ -32,7 +33,12 @@ public:
 
     std::optional<std::int64_t> integer(int column) const;
     std::optional<double> real(int column) const;
-    bool isReal(int column) const { return sqlite3_value_type(value(column)) == SQLITE_FLOAT; }
+
+    /// A length of time that the store worked out of several, bounded to what pages can show: the
+    /// sum of finite numbers can lie beyond all.
+    std::optional<double> seconds(int column) const;
+
+    bool isReal(int column) const { return real(column).has_value(); }
 
     /// A text as it is stored, well formed or not, up to its first NUL. Valid until `next`.
     std::optional<std::string_view> bytes(int column) const;
@@ -47,5 +53,8 @@ private:
 
     Statement statement;
 };
+
+/// `seconds` bounded to what pages can show as a length of time.
+double shownSeconds(double seconds);
 
 } // namespace quillbrook

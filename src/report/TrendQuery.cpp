@@ -1,5 +1,7 @@
 #include "report/TrendQuery.h"
 
+#include <cmath>
+
 namespace quillbrook {
 
 TrendQuery::TrendQuery(sqlite3* db, std::string_view sql) : statement(prepare(db, sql)) {}
@@ -16,7 +18,8 @@ std::optional<double> TrendQuery::number(int column) const
     if (type != SQLITE_FLOAT && type != SQLITE_INTEGER) {
         return std::nullopt;
     }
-    return sqlite3_value_double(its);
+    const double number = sqlite3_value_double(its);
+    return std::isfinite(number) ? std::optional(number) : std::nullopt;
 }
 
 std::optional<std::string_view> TrendQuery::bytes(int column) const

@@ -21,6 +21,7 @@ public:
     /// The number by which a column is read: the last of that name, -1 when there is none.
     int column(std::string_view name) const;
 
+    /// Absent when it is not finite.
     std::optional<double> number(int column) const;
 
     /// A text as it is stored, well formed or not, up to its first NUL. Valid until `next`.

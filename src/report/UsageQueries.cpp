@@ -24,7 +24,7 @@ double longestSessionSec(sqlite3* db, const std::string& dateFilter)
       AND {}{})",
             {dateFilter, excludeSystemNames}));
     // Without sessions the store answers with an integer, which is no double, and both are 0.
-    return query.next() ? query.real(query.column("mx")).value_or(0) : 0;
+    return query.next() ? query.seconds(query.column("mx")).value_or(0) : 0;
 }
 
 std::int64_t bootCount(sqlite3* db, const std::string& dateFilter)
@@ -44,7 +44,7 @@ double timelineSeconds(const StoreQuery& query, int column)
     if (const auto whole = query.integer(column)) {
         return static_cast<double>(*whole);
     }
-    return query.real(column).value_or(0);
+    return query.seconds(column).value_or(0);
 }
 
 std::map<std::int64_t, HourBucket> hourBuckets(sqlite3* db, std::int64_t dayStartUTC)
@@ -117,7 +117,7 @@ TodayOverview queryTodayOverview(
     double seconds = 0;
     if (query.next()) {
         overview.sessionCount = query.integer(query.column("sc")).value_or(0);
-        seconds = query.real(query.column("ts")).value_or(0);
+        seconds = query.seconds(query.column("ts")).value_or(0);
         overview.firstActivity = query.real(query.column("fa"));
         overview.lastActivity = query.real(query.column("la"));
         overview.activeAppCount = query.integer(query.column("ac")).value_or(0);
@@ -142,7 +142,7 @@ HistoryOverview queryHistoryOverview(sqlite3* db, const std::string& dateFilter)
       AND {}{})",
             {dateFilter, excludeSystemFull}));
     if (query.next()) {
-        overview.totalActiveHours = query.real(query.column("ts")).value_or(0) / 3600;
+        overview.totalActiveHours = query.seconds(query.column("ts")).value_or(0) / 3600;
         overview.activeAppCount = query.integer(query.column("ac")).value_or(0);
         overview.appSwitchCount = query.integer(query.column("sc")).value_or(0);
     }
@@ -173,7 +173,7 @@ std::vector<AppUsage> queryAppUsage(
     std::vector<AppUsage> apps;
     while (query.next()) {
         const auto name = query.text(appName);
-        const auto seconds = query.real(sec);
+        const auto seconds = query.seconds(sec);
         const auto sessions = query.integer(sess);
         if (!name || !seconds || !sessions) {
             continue;

@@ -1,4 +1,7 @@
+#include "base/Text.h"
+#include "report/Periods.h"
 #include "support/LabRun.h"
+#include "support/StoreReader.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -50,6 +53,25 @@ TEST_F(PageTest, WritesWhatAScreenReaderFinds)
     EXPECT_THAT(text, HasSubstr(R"({"role": "text", "name": "2 个会话", "value": "08:01")"));
     EXPECT_THAT(text, HasSubstr(R"({"role": "mark", "name": "Editor", "value": "600")"));
     EXPECT_THAT(text, HasSubstr(R"({"role": "button", "name": "导出 CSV", "value": "")"));
+}
+
+TEST_F(PageTest, EveryPageOpensOnADamagedStore)
+{
+    for (const char* number : {"9e999", "1.7e308"}) {
+        StoreReader(lab.path("data/monitor.db"))
+            .exec(filled("UPDATE app_sessions SET duration_sec = {};"
+                         "INSERT INTO app_sessions (app_name, started_at, ended_at, duration_sec) "
+                         "VALUES ('Mail', 1767226000, {}, 60), ('Mail', {}, 1767226000, {});"
+                         "INSERT INTO keystrokes (timestamp, app_name, input_method, "
+                         "keystroke_count) VALUES (1767226000, 'Mail', 'english', {});"
+                         "INSERT INTO idle_periods (started_at, ended_at, duration_sec) "
+                         "VALUES (1767226000, {}, {})",
+                {number, number, number, number, number, number, number}));
+        for (const auto& tab : allCases<NavTab>) {
+            const LabResult result = page("--full --tab " + std::string(tab.rawValue));
+            EXPECT_EQ(result.status, 0) << number << " " << tab.rawValue << result.output;
+        }
+    }
 }
 
 TEST_F(PageTest, ShowsTheCellsOfThePast)

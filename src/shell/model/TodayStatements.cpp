@@ -35,14 +35,16 @@ std::string tokensTodaySql()
 namespace {
 
 /// Rows of the table from the first on, by id, that began today or in the second before, which
-/// covers the rounding of the statements' own comparison.
-void narrow(sqlite3* connection, std::string_view table, std::string_view timeColumn)
+/// covers the rounding of the statements' own comparison. What is summed up must be finite, which a
+/// product with 0 tells: a damaged store can hold infinities.
+void narrow(sqlite3* connection, std::string_view table, std::string_view timeColumn,
+    std::string_view summedColumn)
 {
     // The plus leads the search along the index of times: without it the table is walked by id.
     const std::string sql = filled(R"(CREATE TEMP VIEW {} AS SELECT * FROM main.{}
-    WHERE id >= (SELECT MIN(+id) FROM main.{}
+    WHERE {} * 0 = 0 AND id >= (SELECT MIN(+id) FROM main.{}
         WHERE {} >= strftime('%s', date('now', '+8 hours')) - 28801))",
-        {table, table, table, timeColumn});
+        {table, table, summedColumn, table, timeColumn});
     sqlite3_exec(connection, sql.c_str(), nullptr, nullptr, nullptr);
 }
 
@@ -50,9 +52,9 @@ void narrow(sqlite3* connection, std::string_view table, std::string_view timeCo
 
 void narrowToToday(sqlite3* connection)
 {
-    narrow(connection, "app_sessions", "started_at");
-    narrow(connection, "alerts", "timestamp");
-    narrow(connection, "keystrokes", "timestamp");
+    narrow(connection, "app_sessions", "started_at", "duration_sec");
+    narrow(connection, "alerts", "timestamp", "timestamp");
+    narrow(connection, "keystrokes", "timestamp", "keystroke_count");
 }
 
 } // namespace quillbrook

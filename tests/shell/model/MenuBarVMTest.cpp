@@ -271,9 +271,30 @@ TEST_F(MenuBarVMTest, FiguresBeyondAllBoundsStopNothing)
 {
     makeStore();
     exec("INSERT INTO app_sessions (app_name, started_at, duration_sec) "
-         "VALUES ('Editor', 1767197000, 9e999), ('Editor', 1767197001, 'long')");
+         "VALUES ('Editor', 1767197000, 1e300), ('Editor', 1767197001, 'long')");
     const MenuBarVM model(machine.platform());
     EXPECT_EQ(model.activeHoursStr.get(), "2562047788015215h30m");
+}
+
+TEST_F(MenuBarVMTest, WhatIsNotFiniteIsAbsent)
+{
+    makeStore();
+    addSession(kToday, 60);
+    addAlert(kToday);
+    addKeys(kToday, "english", 1000);
+    for (const char* infinity : {"9e999", "-9e999"}) {
+        exec(filled("INSERT INTO app_sessions (app_name, started_at, duration_sec) "
+                    "VALUES ('Editor', 1767197000, {}), ('Editor', {}, 60);"
+                    "INSERT INTO alerts (timestamp, alert_type, severity, message) "
+                    "VALUES ({}, 'cpu', 'warning', '');"
+                    "INSERT INTO keystrokes (timestamp, app_name, input_method, keystroke_count) "
+                    "VALUES (1767197000, 'Editor', 'english', {}), ({}, 'Editor', 'english', 5)",
+            {infinity, infinity, infinity, infinity, infinity}));
+    }
+    const MenuBarVM model(machine.platform());
+    EXPECT_EQ(model.activeHoursStr.get(), "0h1m");
+    EXPECT_EQ(model.alertCount.get(), 1);
+    EXPECT_EQ(model.tokenCount.get(), 248);
 }
 
 TEST_F(MenuBarVMTest, TheYearsProgressIsThatOfTheLocalCalendar)
