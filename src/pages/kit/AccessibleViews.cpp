@@ -185,6 +185,11 @@ public:
             state.checkable = pressable->isCheckable();
             state.checked = pressable->isChecked();
         }
+        if (const auto isUnfolded = spoken.isUnfolded()) {
+            state.expandable = true;
+            state.expanded = *isUnfolded;
+            state.collapsed = !*isUnfolded;
+        }
         return state;
     }
 

@@ -14,7 +14,7 @@ Line::Line(QWidget* parent) : QWidget(parent)
 void Line::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    painter.fillRect(rect(), Look::separator(palette()));
+    painter.fillRect(contentsRect(), Look::separator(palette()));
 }
 
 } // namespace quillbrook

@@ -4,7 +4,7 @@
 
 namespace quillbrook {
 
-/// A divider: a horizontal line in the separator colour.
+/// A divider: a horizontal line in the separator colour, within the widget's margins.
 class Line final : public QWidget {
     Q_OBJECT
 

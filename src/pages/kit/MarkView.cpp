@@ -33,10 +33,10 @@ bool isWalked(const Mark& mark)
 
 bool isHit(const Mark& mark, QPointF point)
 {
-    if (const auto* box = std::get_if<Box>(&mark.shape)) {
-        return contains(box->rect, {point.x(), point.y()});
+    if (!contains(bounds(mark.shape), {point.x(), point.y()})) {
+        return false;
     }
-    return outlineOf(mark.shape).contains(point);
+    return std::holds_alternative<Box>(mark.shape) || outlineOf(mark.shape).contains(point);
 }
 
 } // namespace

@@ -3,6 +3,8 @@
 #include <QAccessible>
 #include <QString>
 
+#include <optional>
+
 namespace quillbrook {
 
 /// A widget that tells screen readers what it is. Its name is the widget's `accessibleName`.
@@ -14,6 +16,9 @@ public:
 
     /// Empty when the name says all.
     virtual QString accessibleValue() const { return {}; }
+
+    /// Whether what it folds is open; empty for what folds nothing.
+    virtual std::optional<bool> isUnfolded() const { return {}; }
 };
 
 } // namespace quillbrook

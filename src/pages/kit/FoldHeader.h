@@ -1,0 +1,36 @@
+#pragma once
+
+#include "pages/kit/Spoken.h"
+
+#include <QAbstractButton>
+
+namespace quillbrook {
+
+/// The headline of a part of a page that can be folded: a button over the whole width, checked
+/// while the part is open.
+class FoldHeader final : public QAbstractButton, public Spoken {
+    Q_OBJECT
+
+public:
+    explicit FoldHeader(const QString& title, QWidget* parent = nullptr);
+
+    /// What stands behind the title in small type.
+    void setNote(const QString& newNote);
+
+    QAccessible::Role accessibleRole() const override { return QAccessible::Button; }
+    QString accessibleValue() const override { return note; }
+    std::optional<bool> isUnfolded() const override { return isChecked(); }
+    QSize sizeHint() const override;
+
+protected:
+    void checkStateSet() override;
+    void nextCheckState() override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void tellFolding();
+
+    QString note{};
+};
+
+} // namespace quillbrook
