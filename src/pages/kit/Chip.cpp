@@ -17,6 +17,7 @@ namespace {
 
 constexpr int kNamePixels = 10;
 constexpr int kLongestName = 150;
+constexpr int kFadeMs = 200;
 constexpr double kRadius = 4;
 
 struct Sizes {
@@ -54,6 +55,22 @@ Chip::Chip(Kind kind, const QString& name, PaletteColor dotColor, QWidget* paren
     setCheckable(kind == Kind::button);
     setFocusPolicy(kind == Kind::button ? Qt::StrongFocus : Qt::NoFocus);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    highlight.setDuration(kFadeMs);
+    highlight.setEasingCurve(QEasingCurve::InOutQuad);
+    highlight.setStartValue(0.0);
+    highlight.setEndValue(1.0);
+    connect(&highlight, &QVariantAnimation::valueChanged, this, [this] { update(); });
+    connect(this, &QAbstractButton::toggled, this, &Chip::followChecked);
+}
+
+void Chip::followChecked(bool isChecked)
+{
+    highlight.setDirection(isChecked ? QAbstractAnimation::Forward : QAbstractAnimation::Backward);
+    if (isVisible()) {
+        highlight.start();
+    } else {
+        highlight.setCurrentTime(isChecked ? kFadeMs : 0);
+    }
 }
 
 QAccessible::Role Chip::accessibleRole() const
@@ -92,16 +109,18 @@ void Chip::paintEvent(QPaintEvent*)
     painter.setRenderHint(QPainter::Antialiasing);
     const Sizes& sizes = sizesOf(kind);
     const QColor dot = dotColor(palette());
+    const double strength = highlight.currentValue().toDouble();
     painter.setPen(Qt::NoPen);
     if (kind != Kind::plain) {
-        painter.setBrush(isChecked() ? Look::faded(dot, 0.15)
-                                     : Look::faded(Look::secondaryText(palette()), 0.05));
+        painter.setBrush(Look::faded(Look::secondaryText(palette()), 0.05 * (1 - strength)));
+        painter.drawRoundedRect(rect(), kRadius, kRadius);
+        painter.setBrush(Look::faded(dot, 0.15 * strength));
         painter.drawRoundedRect(rect(), kRadius, kRadius);
     }
 
     const QRectF place(sizes.sidePadding, (height() - sizes.dot) / 2.0, sizes.dot, sizes.dot);
     painter.setBrush(dot);
-    painter.setPen(isChecked() ? QPen(Qt::white, 1) : QPen(Qt::NoPen));
+    painter.setPen(QPen(Look::faded(Qt::white, strength), 1));
     painter.drawEllipse(place);
 
     const double left = place.right() + sizes.spacing;

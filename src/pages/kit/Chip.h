@@ -4,13 +4,15 @@
 #include "pages/kit/Spoken.h"
 
 #include <QAbstractButton>
+#include <QVariantAnimation>
 
 #include <cstdint>
 
 namespace quillbrook {
 
 /// A small rounded field of a legend: a dot in a colour and a name on one line. A long name is
-/// elided in the middle and stands whole in the tooltip.
+/// elided in the middle and stands whole in the tooltip. The highlight comes and goes with a short
+/// ease.
 class Chip final : public QAbstractButton, public Spoken {
     Q_OBJECT
 
@@ -35,8 +37,11 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void followChecked(bool isChecked);
+
     Kind kind;
     PaletteColor dotColor;
+    QVariantAnimation highlight{}; // 0 to 1
 };
 
 } // namespace quillbrook

@@ -37,10 +37,10 @@ Legend::Legend(LegendForm form, QWidget* parent)
     }
 }
 
-void Legend::setEntries(const QList<LegendEntry>& entries)
+void Legend::setEntries(const QList<LegendChip>& entries)
 {
     QList<Chip*> before = std::exchange(chips, {});
-    for (const LegendEntry& entry : entries) {
+    for (const LegendChip& entry : entries) {
         Chip* chip = takeChip(before, entry);
         chips.append(chip);
         place->removeWidget(chip);
@@ -55,7 +55,7 @@ void Legend::setEntries(const QList<LegendEntry>& entries)
     setHighlighted(highlighted);
 }
 
-Chip* Legend::takeChip(QList<Chip*>& before, const LegendEntry& entry)
+Chip* Legend::takeChip(QList<Chip*>& before, const LegendChip& entry)
 {
     const auto same = std::find_if(
         before.begin(), before.end(), [&](const Chip* chip) { return chip->text() == entry.name; });

@@ -14,7 +14,7 @@ class QLayout;
 namespace quillbrook {
 
 /// What a legend says of one colour.
-struct LegendEntry {
+struct LegendChip {
     QString name{};
     Tint tint{};
     QString help{}; // the tooltip; empty for none but the one of a name that is cut
@@ -41,7 +41,7 @@ public:
     explicit Legend(LegendForm form, QWidget* parent = nullptr);
 
     /// A chip that stays keeps its focus.
-    void setEntries(const QList<LegendEntry>& entries);
+    void setEntries(const QList<LegendChip>& entries);
 
     /// Marks the chip of this name, and no other.
     void setHighlighted(const std::optional<QString>& name);
@@ -52,7 +52,7 @@ signals:
 
 private:
     /// The chip of this name out of those there were, else a new one.
-    Chip* takeChip(QList<Chip*>& before, const LegendEntry& entry);
+    Chip* takeChip(QList<Chip*>& before, const LegendChip& entry);
 
     LegendForm form;
     QLayout* place;
