@@ -6,11 +6,10 @@
 
 #include <vector>
 
-class QLabel;
-
 namespace quillbrook {
 
-class FlowLayout;
+class Legend;
+class Section;
 
 /// The applications of the Past page: title, treemap and legend.
 class AppTreemapSection final : public QWidget {
@@ -23,10 +22,9 @@ public:
     void setAppUsage(const std::vector<AppUsage>& appUsage);
 
 private:
-    QLabel* nothing;
-    QWidget* content;
+    Section* section;
     AppTreemap* treemap;
-    FlowLayout* legend;
+    Legend* legend;
 };
 
 } // namespace quillbrook

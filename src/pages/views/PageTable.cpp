@@ -1,6 +1,9 @@
 #include "pages/views/PageTable.h"
 
 #include "base/Fatal.h"
+#include "pages/views/FocusView.h"
+#include "pages/views/HabitView.h"
+#include "pages/views/KeylogView.h"
 #include "pages/views/PastPage.h"
 #include "pages/views/PlaceholderPage.h"
 #include "pages/views/TodayPage.h"
@@ -29,9 +32,9 @@ constexpr std::array kPages = {
     PageEntry{NavTab::today, "知行", "calendar.day.timeline.left", make<TodayPage>},
     PageEntry{NavTab::history, "知行", "calendar.badge.clock", make<PastPage>},
     PageEntry{NavTab::life, "知行", "heart.circle", makePlaceholder<NavTab::life>},
-    PageEntry{NavTab::habit, "观照", "chart.bar.doc.horizontal", makePlaceholder<NavTab::habit>},
-    PageEntry{NavTab::focus, "观照", "scope", makePlaceholder<NavTab::focus>},
-    PageEntry{NavTab::keylog, "活动", "keyboard", makePlaceholder<NavTab::keylog>},
+    PageEntry{NavTab::habit, "观照", "chart.bar.doc.horizontal", make<HabitView>},
+    PageEntry{NavTab::focus, "观照", "scope", make<FocusView>},
+    PageEntry{NavTab::keylog, "活动", "keyboard", make<KeylogView>},
     PageEntry{NavTab::alerts, "活动", "exclamationmark.triangle", makePlaceholder<NavTab::alerts>},
     PageEntry{NavTab::about, {}, "info.circle", makePlaceholder<NavTab::about>},
     PageEntry{NavTab::session, {}, "doc.text.magnifyingglass", makePlaceholder<NavTab::session>},

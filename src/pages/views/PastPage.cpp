@@ -1,10 +1,10 @@
 #include "pages/views/PastPage.h"
 
 #include "pages/figures/PastFigures.h"
+#include "pages/kit/CardRow.h"
 #include "pages/kit/Motto.h"
 #include "pages/kit/PageTitle.h"
 #include "pages/views/AppTreemapSection.h"
-#include "pages/views/FigureRow.h"
 #include "pages/views/PeriodPicker.h"
 #include "report/DataProvider.h"
 
@@ -17,13 +17,13 @@ namespace {
 constexpr int kPickerWidth = 380;
 constexpr int kHeaderSpacing = 12;
 constexpr int kCards = 4;
-constexpr FigureCard::Shrinking kShrinking{.value = 0.6, .title = 0.6};
+constexpr CardRowForm kCardForm{.shrinking = {.value = 0.6, .title = 0.6}};
 
 } // namespace
 
 PastPage::PastPage(const PageTools& tools, QWidget* parent)
     : Page({.around = 20, .between = 20}, parent)
-    , metrics(new FigureRow(kCards, kShrinking))
+    , metrics(new CardRow(kCards, kCardForm))
     , treemap(new AppTreemapSection([&provider = tools.provider](const std::string& bundleId,
                                         std::optional<std::int64_t> categoryId) {
         provider.changeAppCategory(bundleId, categoryId);

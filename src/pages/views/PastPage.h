@@ -5,7 +5,7 @@
 namespace quillbrook {
 
 class AppTreemapSection;
-class FigureRow;
+class CardRow;
 
 /// The Past page: header with picker, four figures, the treemap of applications and a motto.
 class PastPage final : public Page {
@@ -18,7 +18,7 @@ public:
     void show(const DashboardData& data) override;
 
 private:
-    FigureRow* metrics;
+    CardRow* metrics;
     AppTreemapSection* treemap;
 };
 

@@ -1,17 +1,13 @@
 #include "pages/views/TimelineView.h"
 
-#include "pages/kit/Chip.h"
-#include "pages/kit/FlowLayout.h"
 #include "pages/kit/IconButton.h"
+#include "pages/kit/Legend.h"
 #include "pages/kit/Line.h"
-#include "pages/kit/Look.h"
 #include "pages/kit/MarkView.h"
-#include "pages/kit/TextDrawing.h"
+#include "pages/kit/Section.h"
 #include "platform/qt/QtText.h"
 
 #include <QFileDialog>
-#include <QHBoxLayout>
-#include <QLabel>
 #include <QSaveFile>
 #include <QVBoxLayout>
 
@@ -23,9 +19,7 @@ namespace {
 
 constexpr int kExportPixels = 14;
 constexpr int kNothingHeight = 200;
-constexpr int kChipSpacing = 6;
 constexpr int kLegendSpacing = 4;
-constexpr int kSpacing = 12;
 constexpr int kMinimumWidth = 320;
 constexpr int kFadeMs = 200;
 
@@ -33,34 +27,26 @@ constexpr int kFadeMs = 200;
 
 TimelineView::TimelineView(QWidget* parent)
     : QWidget(parent)
-    , nothing(secondaryLabel("暂无数据", Look::font(TextStyle::caption)))
+    , section(new Section("时间线", {.panel = withoutPanel(), .emptyHeight = kNothingHeight}))
     , chart(new MarkView("时间线"))
-    , legendSection(new QWidget)
-    , chips(new FlowLayout(kChipSpacing))
+    , foot(new QWidget)
+    , legend(new Legend({.kind = Chip::Kind::button}))
 {
     auto* exportButton = new IconButton("square.and.arrow.up", kExportPixels, "导出 CSV");
     connect(exportButton, &IconButton::clicked, this, &TimelineView::exportCSV);
-    auto* head = new QHBoxLayout;
-    head->addWidget(textLabel("时间线", Look::font(TextStyle::headline)));
-    head->addStretch();
-    head->addWidget(exportButton);
+    section->addToHead(exportButton);
+    auto* footColumn = new QVBoxLayout(foot);
+    footColumn->setContentsMargins(0, 0, 0, 0);
+    footColumn->setSpacing(kLegendSpacing);
+    footColumn->addWidget(new Line);
+    footColumn->addWidget(legend);
+    section->content().addWidget(chart);
+    section->content().addWidget(foot);
+    auto* whole = new QVBoxLayout(this);
+    whole->setContentsMargins(0, 0, 0, 0);
+    whole->addWidget(section);
 
-    nothing->setMinimumHeight(kNothingHeight);
-    nothing->setAlignment(Qt::AlignCenter);
-
-    auto* legend = new QVBoxLayout(legendSection);
-    legend->setContentsMargins(0, 0, 0, 0);
-    legend->setSpacing(kLegendSpacing);
-    legend->addWidget(new Line);
-    legend->addLayout(chips);
-
-    auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(kSpacing);
-    column->addLayout(head);
-    column->addWidget(nothing);
-    column->addWidget(chart);
-    column->addWidget(legendSection);
+    connect(legend, &Legend::pressed, this, &TimelineView::toggleHighlight);
     fade.setDuration(kFadeMs);
     fade.setEasingCurve(QEasingCurve::InOutQuad);
     fade.setStartValue(0.0);
@@ -77,9 +63,14 @@ void TimelineView::setTimeline(const std::vector<HourlyTimelineEntry>& newTimeli
     timeline = newTimeline;
     chart->setPictureHeight(static_cast<int>(timelineHeight(timeline.size())), kMinimumWidth);
     showChart();
-    nothing->setVisible(timeline.empty());
-    chart->setVisible(!timeline.empty());
-    rebuildLegend();
+    QList<LegendChip> chips;
+    const AppColorMap colors = appColorMap(timeline);
+    for (const auto& [appName, color] : legendApps(colors)) {
+        chips.append({.name = toQString(appName), .tint = {color}});
+    }
+    legend->setEntries(chips);
+    foot->setVisible(!colors.empty());
+    section->setEmpty(timeline.empty());
 }
 
 void TimelineView::showChart()
@@ -89,44 +80,28 @@ void TimelineView::showChart()
     });
 }
 
-void TimelineView::rebuildLegend()
+void TimelineView::toggleHighlight(const QString& appName)
 {
-    chips->clear();
-    const AppColorMap colors = appColorMap(timeline);
-    for (const auto& [appName, color] : legendApps(colors)) {
-        auto* chip = new Chip(Chip::Kind::button, toQString(appName),
-            [color = color](const QPalette& palette) { return Look::color(color, palette); });
-        chip->setChecked(highlight.now == appName);
-        connect(
-            chip, &Chip::clicked, this, [this, appName = appName] { toggleHighlight(appName); });
-        chips->addWidget(chip);
-    }
-    legendSection->setVisible(!colors.empty());
-}
-
-void TimelineView::toggleHighlight(const std::string& appName)
-{
-    highlight.before = std::exchange(
-        highlight.now, highlight.now == appName ? std::nullopt : std::optional(appName));
+    const std::string name = appName.toStdString();
+    const bool isPicked = highlight.now == name;
+    highlight.before = std::exchange(highlight.now, isPicked ? std::nullopt : std::optional(name));
+    legend->setHighlighted(isPicked ? std::nullopt : std::optional(appName));
     fade.stop();
     fade.start();
-    for (int i = 0; i < chips->count(); ++i) {
-        auto* chip = qobject_cast<Chip*>(chips->itemAt(i)->widget());
-        chip->setChecked(highlight.now && chip->text() == toQString(*highlight.now));
-    }
 }
 
 void TimelineView::exportCSV()
 {
     // Made before the dialogue opens: the file shows the day as it was at the press.
     const std::string text = generateCSV(timeline);
-    auto* dialog = new QFileDialog(this, "导出时间线数据");
+    // The window's own: the day is written also if another page is opened meanwhile.
+    auto* dialog = new QFileDialog(window(), "导出时间线数据");
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setMimeTypeFilters({"text/csv"});
     dialog->setDefaultSuffix("csv");
     dialog->selectFile("Quillbrook-timeline.csv");
-    connect(dialog, &QFileDialog::fileSelected, this,
+    connect(dialog, &QFileDialog::fileSelected, dialog,
         [text](const QString& path) { writeTextFile(path, text); });
     dialog->open();
 }

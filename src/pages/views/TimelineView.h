@@ -8,12 +8,11 @@
 #include <string>
 #include <vector>
 
-class QLabel;
-
 namespace quillbrook {
 
-class FlowLayout;
+class Legend;
 class MarkView;
+class Section;
 
 /// The day hour by hour with its legend, and its export as a CSV file.
 class TimelineView final : public QWidget {
@@ -29,16 +28,15 @@ public:
 
 private:
     void showChart();
-    void rebuildLegend();
-    void toggleHighlight(const std::string& appName);
+    void toggleHighlight(const QString& appName);
 
     std::vector<HourlyTimelineEntry> timeline{};
     TimelineHighlight highlight{};
     QVariantAnimation fade{}; // from one highlight to the next
-    QLabel* nothing;
+    Section* section;
     MarkView* chart;
-    QWidget* legendSection;
-    FlowLayout* chips;
+    QWidget* foot;
+    Legend* legend;
 };
 
 /// Writes `text` to a file as a whole or not at all; a failure has no effect.

@@ -1,14 +1,14 @@
 #include "pages/views/TodayOverviewView.h"
 
 #include "pages/figures/TodayFigures.h"
+#include "pages/kit/CardRow.h"
 #include "pages/kit/IconButton.h"
+#include "pages/kit/InfoPopover.h"
+#include "pages/kit/PageHead.h"
 #include "pages/kit/PageTitle.h"
-#include "pages/kit/Popover.h"
-#include "pages/views/FigureRow.h"
-#include "pages/views/KpiInfo.h"
 #include "pages/views/PeriodPicker.h"
+#include "platform/qt/QtText.h"
 
-#include <QHBoxLayout>
 #include <QVBoxLayout>
 
 namespace quillbrook {
@@ -19,31 +19,28 @@ constexpr int kPickerWidth = 140;
 constexpr int kInfoPixels = 14;
 constexpr int kHeadSpacing = 4; // the button pads its symbol by itself
 constexpr int kSpacing = 16;
-constexpr int kPopoverWidth = 380;
+constexpr int kUnderHeadline = 2;
 constexpr int kCards = 4;
-constexpr FigureCard::Shrinking kShrinking{.value = 0.7, .title = 1};
+constexpr CardRowForm kCardForm{.shrinking = {.value = 0.7, .title = 1}};
 
 } // namespace
 
 TodayOverviewView::TodayOverviewView(DataProvider& provider, QWidget* parent)
     : QWidget(parent)
     , info(new IconButton("info.circle", kInfoPixels, "指标说明"))
-    , figures(new FigureRow(kCards, kShrinking))
+    , figures(new CardRow(kCards, kCardForm))
 {
-    auto* head = new QHBoxLayout;
-    head->addWidget(new PageTitle("Today Is a Present", PageTitle::Design::serif));
-    head->addStretch();
-    head->setSpacing(kHeadSpacing);
-    head->addWidget(new PeriodPicker(provider, NavTab::today, kPickerWidth));
-    head->addWidget(info);
+    auto* title = new PageTitle("Today Is a Present", PageTitle::Design::serif);
+    auto* head = new PageHead(title, kHeadSpacing);
+    head->add(new PeriodPicker(provider, NavTab::today, kPickerWidth));
+    head->add(info);
+    connect(info, &IconButton::clicked, this, &TodayOverviewView::showInfo);
 
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(kSpacing);
-    column->addLayout(head);
+    column->addWidget(head);
     column->addWidget(figures);
-
-    connect(info, &IconButton::clicked, this, &TodayOverviewView::showInfo);
 }
 
 void TodayOverviewView::setFigures(
@@ -54,9 +51,15 @@ void TodayOverviewView::setFigures(
 
 void TodayOverviewView::showInfo()
 {
-    auto* popover = new Popover(kPopoverWidth, info);
+    auto* popover = new InfoPopover({}, info);
     popover->setAttribute(Qt::WA_DeleteOnClose);
-    fillKpiInfo(*popover->content());
+    popover->addHeadline("指标说明", kUnderHeadline);
+    for (const InfoItem& item : kpiInfoItems()) {
+        popover->addEntry({.symbol = toQString(item.symbol),
+            .color = item.color,
+            .name = toQString(item.name),
+            .detail = toQString(item.detail)});
+    }
     popover->open();
 }
 

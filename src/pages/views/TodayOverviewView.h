@@ -8,8 +8,8 @@
 
 namespace quillbrook {
 
+class CardRow;
 class DataProvider;
-class FigureRow;
 class IconButton;
 
 /// The head of the Today page: title, period picker, information button, and four figures.
@@ -26,7 +26,7 @@ private:
     void showInfo();
 
     IconButton* info;
-    FigureRow* figures;
+    CardRow* figures;
 };
 
 } // namespace quillbrook

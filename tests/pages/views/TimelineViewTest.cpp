@@ -184,6 +184,22 @@ TEST_F(TimelineViewTest, WritesTheDayAsItWasAtThePress)
         contentOf(directory.path() / "day.csv"), "Hour,App,Seconds,Minutes\n14,\"Web\",59,1.0\n");
 }
 
+TEST_F(TimelineViewTest, WritesTheDayAlsoWhenThePageGoesMeanwhile)
+{
+    const TemporaryDirectory directory;
+    QWidget window;
+    auto* page = new TimelineView(&window);
+    page->setTimeline(day());
+    page->exportCSV();
+    delete page;
+    auto* dialog = window.findChild<QFileDialog*>();
+    ASSERT_NE(dialog, nullptr);
+    dialog->setDirectory(QString::fromStdString(directory.path().string()));
+    dialog->findChild<QLineEdit*>()->setText("day.csv");
+    static_cast<QDialog*>(dialog)->accept();
+    EXPECT_THAT(contentOf(directory.path() / "day.csv"), testing::HasSubstr("Editor"));
+}
+
 TEST_F(TimelineViewTest, WritesTheHeaderAloneForAnEmptyDay)
 {
     const TemporaryDirectory directory;
