@@ -10,6 +10,7 @@ namespace quillbrook {
 namespace {
 
 constexpr int kTitlePixels = 32;
+constexpr double kMinimumScale = 0.6;
 
 } // namespace
 
@@ -18,7 +19,7 @@ PageTitle::PageTitle(const QString& title, Design design, QWidget* parent) : QWi
     setAccessibleName(title);
     setFont(design == Design::serif ? Look::serifFont(kTitlePixels, QFont::Black)
                                     : Look::systemFont(kTitlePixels, QFont::Black));
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
 }
 
 QSize PageTitle::sizeHint() const
@@ -27,9 +28,20 @@ QSize PageTitle::sizeHint() const
     return {metrics.horizontalAdvance(accessibleName()) + 2, metrics.height()};
 }
 
+QSize PageTitle::minimumSizeHint() const
+{
+    const QSize whole = sizeHint();
+    return {static_cast<int>(whole.width() * kMinimumScale), whole.height()};
+}
+
 void PageTitle::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
+    QFont fitting = font();
+    if (const double wanted = sizeHint().width(); wanted > width()) {
+        fitting.setPixelSize(static_cast<int>(fitting.pixelSize() * width() / wanted));
+    }
+    painter.setFont(fitting);
     const QColor edge = Look::color(SystemColor::orange, palette());
     QLinearGradient gradient(0, 0, width(), 0);
     gradient.setColorAt(0, edge);

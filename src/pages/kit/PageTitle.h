@@ -8,7 +8,8 @@
 
 namespace quillbrook {
 
-/// A page's title: one line, black weight, painted from left to right in orange, yellow, orange.
+/// A page's title: one line, black weight, painted from left to right in orange, yellow, orange. It
+/// becomes smaller where the page is narrow.
 class PageTitle final : public QWidget, public Spoken {
     Q_OBJECT
 
@@ -19,7 +20,7 @@ public:
 
     QAccessible::Role accessibleRole() const override { return QAccessible::StaticText; }
     QSize sizeHint() const override;
-    QSize minimumSizeHint() const override { return sizeHint(); }
+    QSize minimumSizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;

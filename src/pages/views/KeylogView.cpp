@@ -80,6 +80,7 @@ QWidget* KeylogView::makeCharts()
 
     auto* panel = new quillbrook::Panel(kPanel);
     auto* row = new QHBoxLayout(panel);
+    row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(kBetweenCharts);
     row->addWidget(hours, 1, Qt::AlignTop);
     row->addWidget(methods, 0, Qt::AlignTop);

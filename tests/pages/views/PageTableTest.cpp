@@ -40,5 +40,19 @@ TEST_F(PageTableTest, MakesAPageForEveryTab)
     }
 }
 
+TEST_F(PageTableTest, FitsThePagesIntoTheSmallestWindowBesideTheSidebar)
+{
+    constexpr int kRoom = 820 - 220 - 10; // without the sidebar and the scroll bar
+    for (const PageEntry& entry : pageTable()) {
+        const auto page = entry.make(tools());
+        page->show(DashboardData{.keylogHourly = {{.hour = 9}},
+            .categoryUsage = {{.label = "x", .totalSeconds = 60}},
+            .focusHours = {{.hour = 9, .activeSec = 60, .activeDays = 1}},
+            .durationBuckets = {{.label = "x", .count = 1}},
+            .dailyAvgSessions = {{.date = "01-01", .avgUnder5 = 1}}});
+        EXPECT_LE(page->widget()->minimumSizeHint().width(), kRoom) << rawValue(entry.tab);
+    }
+}
+
 } // namespace
 } // namespace quillbrook
