@@ -49,18 +49,26 @@ void XScreenSaverStatus::update()
     const bool saysOn = status && !status->empty() && status->front() != 0;
     daemon.set(
         saysOn ? findDaemon() : xcb_window_t{XCB_WINDOW_NONE}, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+    // Asked again once its end would be told: it may have gone in between.
+    if (daemon.window() != XCB_WINDOW_NONE && !isDaemon(daemon.window())) {
+        daemon.set(XCB_WINDOW_NONE, XCB_EVENT_MASK_NO_EVENT);
+    }
     const bool isOn = daemon.window() != XCB_WINDOW_NONE;
     if (isOn != std::exchange(wasOn, isOn)) {
         changed(isOn);
     }
 }
 
+bool XScreenSaverStatus::isDaemon(xcb_window_t window) const
+{
+    return numbersIn(x11, window, versionAtom, XCB_GET_PROPERTY_TYPE_ANY).has_value();
+}
+
 xcb_window_t XScreenSaverStatus::findDaemon() const
 {
     const auto windows = childrenOf(x11, x11.root());
-    const auto found = std::ranges::find_if(windows, [this](xcb_window_t window) {
-        return numbersIn(x11, window, versionAtom, XCB_GET_PROPERTY_TYPE_ANY).has_value();
-    });
+    const auto found
+        = std::ranges::find_if(windows, [this](xcb_window_t window) { return isDaemon(window); });
     return found != windows.end() ? *found : xcb_window_t{XCB_WINDOW_NONE};
 }
 

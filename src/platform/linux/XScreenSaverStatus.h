@@ -21,6 +21,7 @@ public:
 private:
     void handle(const xcb_generic_event_t& event);
     void update();
+    bool isDaemon(xcb_window_t window) const;
     xcb_window_t findDaemon() const;
 
     X11Connection& x11;
