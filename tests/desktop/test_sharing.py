@@ -41,6 +41,7 @@ class SharingTest(DesktopTest):
         before = len(self.desktop.program_windows())
         self.desktop.click(self.button.center)
         wait_for(lambda: len(self.desktop.program_windows()) == before + 1, "the menu")
+        self.reader.wait_for("menu item", "拷贝图片")  # it has the keys once it is read
 
     def test_other_programs_get_the_copied_picture(self):
         self.open_menu()
