@@ -56,7 +56,11 @@ std::vector<TextLine> cellTexts(const Cell& cell)
 Mark treemapCell(const Rect& rect, Tint color)
 {
     color.opacity = kFillOpacity;
-    return {.shape = Box{rect}, .fills = {color}, .stroke = kBorder, .role = MarkRole::cell};
+    return {.shape = Box{rect},
+        .fills = {color},
+        .ground = InterfaceColor::windowBackground,
+        .stroke = kBorder,
+        .role = MarkRole::cell};
 }
 
 Mark treemapOutline(Size size)

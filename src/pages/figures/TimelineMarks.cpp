@@ -62,6 +62,7 @@ Mark blockMark(const HourBlock& block, const Rect& rect, double dim, const TextW
 {
     Mark mark{.shape = Box{rect, block.radius},
         .fills = {{block.color, 0.7 * dim}, {block.color, 0.15 * dim}},
+        .ground = InterfaceColor::windowBackground,
         .role = MarkRole::mark,
         .name = block.appName,
         .value = shortestText(block.seconds),

@@ -1,6 +1,7 @@
 #include "pages/kit/FigureCard.h"
 
 #include "pages/kit/Look.h"
+#include "pages/kit/RoundedFill.h"
 #include "pages/kit/Symbol.h"
 #include "pages/kit/TextDrawing.h"
 
@@ -101,9 +102,7 @@ void FigureCard::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const QColor tint = Look::color(color, palette());
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(Look::faded(tint, kGroundOpacity));
-    painter.drawRoundedRect(rect(), kRadius, kRadius);
+    fillRounded(painter, rect(), kRadius, Look::faded(tint, kGroundOpacity));
 
     QRectF line(kPadding, kPadding, width() - 2 * kPadding, kSymbolPixels);
     Symbol::draw(painter, symbol, line, tint);

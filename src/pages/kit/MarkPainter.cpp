@@ -2,6 +2,7 @@
 
 #include "pages/kit/Convert.h"
 #include "pages/kit/Look.h"
+#include "pages/kit/RoundedFill.h"
 #include "pages/kit/Symbol.h"
 #include "pages/kit/TextDrawing.h"
 
@@ -82,13 +83,7 @@ struct Paint {
         }
         const QRectF rect = onDevicePixels(painter, toQRectF(box.rect));
         for (const QColor& fill : layers()) {
-            if (box.radius > 0) {
-                painter.setPen(Qt::NoPen);
-                painter.setBrush(fill);
-                painter.drawRoundedRect(rect, box.radius, box.radius);
-            } else {
-                fillSharp(painter, rect, fill);
-            }
+            fillRounded(painter, rect, box.radius, fill);
         }
         if (mark.stroke) {
             const double width = deviceLineWidth(painter, mark.stroke->width);

@@ -1,6 +1,7 @@
 #include "pages/kit/Panel.h"
 
 #include "pages/kit/Look.h"
+#include "pages/kit/RoundedFill.h"
 
 #include <QPainter>
 
@@ -25,9 +26,7 @@ void Panel::paintEvent(QPaintEvent*)
     }
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(Look::color(*form.ground, palette()));
-    painter.drawRoundedRect(rect(), form.radius, form.radius);
+    fillRounded(painter, rect(), form.radius, Look::color(*form.ground, palette()));
 }
 
 } // namespace quillbrook

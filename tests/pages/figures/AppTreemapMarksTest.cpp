@@ -21,6 +21,7 @@ TEST(AppTreemapMarks, AreACellForEachApplicationAndAnOutline)
     ASSERT_EQ(marks.size(), 3U);
     const Mark editor{.shape = Box{{0, 0, 300, 200}},
         .fills = {{SystemColor::blue, 0.65}},
+        .ground = InterfaceColor::windowBackground,
         .stroke = Stroke{{InterfaceColor::windowBackground, 0.5}, 1.5},
         .texts = {{.place = {4, 87.75, 292, 12.5},
                       .text = "Editor",

@@ -63,6 +63,7 @@ TEST(TimelineMarks, DrawABlockInTwoLayersOfItsColour)
     const Mark editor = blocksOf(marksOf(day()))[0];
     const Mark expected{.shape = Box{{51, 2, 360, 39}, 3},
         .fills = {{SystemColor::blue, 0.7}, {SystemColor::blue, 0.15}},
+        .ground = InterfaceColor::windowBackground,
         .texts = {{.place = {55, 2, 352, 39},
             .text = "Editor (30min)",
             .face = {TextFamily::system, 9, TextWeight::medium},

@@ -2,6 +2,7 @@
 
 #include "pages/kit/Look.h"
 #include "pages/kit/MarkPainter.h"
+#include "pages/kit/RoundedFill.h"
 #include "support/Elements.h"
 
 #include <gmock/gmock.h>
@@ -14,6 +15,9 @@
 #include <QPalette>
 #include <QToolTip>
 
+#include <algorithm>
+#include <cstdlib>
+#include <functional>
 #include <set>
 
 namespace quillbrook {
@@ -250,6 +254,48 @@ TEST(PaintMark, MixesFillsAndGroundIntoOneOpaqueColour)
     EXPECT_NEAR(qRed(image.pixel(10, 20)), 191, 3);
     EXPECT_NEAR(qGreen(image.pixel(10, 20)), 128, 3);
     EXPECT_NEAR(qBlue(image.pixel(10, 20)), 191, 3);
+}
+
+/// How far two pictures differ at most, in one part of a colour.
+int greatestDifference(const QImage& a, const QImage& b)
+{
+    int greatest = 0;
+    for (int y = 0; y < a.height(); ++y) {
+        for (int x = 0; x < a.width(); ++x) {
+            greatest = std::max(greatest, std::abs(qAlpha(a.pixel(x, y)) - qAlpha(b.pixel(x, y))));
+        }
+    }
+    return greatest;
+}
+
+QImage drawnOn(double scale, const std::function<void(QPainter&)>& draw)
+{
+    QImage image(QSize(60, 60) * scale, QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(scale);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    draw(painter);
+    return image;
+}
+
+TEST(FillRounded, LooksLikeOneShapeWithoutSeamsAtEveryScale)
+{
+    const QColor color(0, 0, 0, 128);
+    for (const double scale : {1.0, 1.25, 1.5, 2.0, 3.0}) {
+        for (const double radius : {0.0, 3.0, 12.0, 28.0, 100.0}) {
+            const QRectF rect(4, 8, 52, 44);
+            const double most = std::min(radius, rect.height() / 2);
+            const QImage banded = drawnOn(
+                scale, [&](QPainter& painter) { fillRounded(painter, rect, radius, color); });
+            const QImage whole = drawnOn(scale, [&](QPainter& painter) {
+                painter.setPen(Qt::NoPen);
+                painter.setBrush(color);
+                painter.drawRoundedRect(onDevicePixels(painter, rect), most, most);
+            });
+            EXPECT_LE(greatestDifference(banded, whole), 12) << scale << " " << radius;
+        }
+    }
 }
 
 TEST(PaintMark, TakesItsColoursFromThePalette)
