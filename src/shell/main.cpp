@@ -37,7 +37,7 @@ int main(int argc, char** argv)
     // A reader of our output that is gone must not end the recording.
     std::signal(SIGPIPE, SIG_IGN);
 
-    quillbrook::hideSilentBuses();
+    quillbrook::hideSilentServices();
     quillbrook::BusInstance instance;
     if (instance.handOver()) {
         return 0;

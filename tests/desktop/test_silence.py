@@ -59,6 +59,12 @@ class SilenceTest(DesktopTest):
         self.desktop.env["IBUS_ADDRESS"] = self.silent_socket("ibus")
         self.expect_recording()
 
+    def test_a_session_manager_that_never_answers(self):
+        self.open_desktop()
+        self.desktop.env["SESSION_MANAGER"] = self.silent_socket("manager").replace(
+            "unix:path=", "local/%s:" % socket.gethostname())
+        self.expect_readiness()
+
     def test_a_tray_that_never_answers(self):
         self.open_desktop(speed=1)
         self.silent_service("session", "org.kde.StatusNotifierWatcher", "/StatusNotifierWatcher")

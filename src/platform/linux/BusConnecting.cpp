@@ -5,6 +5,7 @@
 #include "platform/linux/BusConversation.h"
 #include "platform/linux/IBusAddress.h"
 #include "platform/linux/Notice.h"
+#include "platform/linux/SessionManagerGreeting.h"
 
 #include <QFileInfo>
 #include <QPointer>
@@ -21,6 +22,7 @@ namespace {
 constexpr const char* kNoBus = "unix:path=/dev/null";
 
 constexpr const char* kSessionVariable = "DBUS_SESSION_BUS_ADDRESS";
+constexpr const char* kManagerVariable = "SESSION_MANAGER";
 constexpr const char* kReaderVariable = "AT_SPI_BUS_ADDRESS";
 
 /// What the toolkit asks and waits for when it makes an icon in the tray.
@@ -115,7 +117,7 @@ void connectLater(WorkQueues& workQueues, MainLoop& mainLoop, const QString& add
         });
 }
 
-void hideSilentBuses()
+void hideSilentServices()
 {
     const bool usesIBus
         = qgetenv("QT_IM_MODULE") == "ibus" || qgetenv("QT_IM_MODULES").split(';').contains("ibus");
@@ -124,15 +126,22 @@ void hideSilentBuses()
         std::launch::async, isSilent, usesIBus ? ibusAddress().toStdString() : std::string());
     auto readerAnswer
         = std::async(std::launch::async, isSilent, qgetenv(kReaderVariable).toStdString());
+    auto managerAnswer = std::async(
+        std::launch::async, isSessionManagerAnswering, qgetenv(kManagerVariable).toStdString());
     const QString session = sessionBusAddress();
     const Silence silence = silenceOn(session.toStdString());
     const bool isIBusSilent = ibusAnswer.get();
+    const bool isManagerSilent = !managerAnswer.get();
     const bool isReaderBusSilent = readerAnswer.get() || silence.isReaderBus;
 
     hiddenSessionBusAddress() = silence.isSessionBus ? session : QString();
     if (silence.isSessionBus) {
         notice("会话总线没有应答，窗口不使用它");
         qputenv(kSessionVariable, kNoBus);
+    }
+    if (isManagerSilent) {
+        notice("会话管理器没有应答，不使用它");
+        qunsetenv(kManagerVariable);
     }
     if (isReaderBusSilent) {
         qputenv(kReaderVariable, kNoBus);

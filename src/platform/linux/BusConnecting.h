@@ -15,7 +15,7 @@ class WorkQueues;
 /// library without one would start a bus of its own, which nobody else knows.
 QString sessionBusAddress();
 
-/// The same, also where `hideSilentBuses` has hidden it.
+/// The same, also where `hideSilentServices` has hidden it.
 QString trueSessionBusAddress();
 
 /// The address of the machine's bus.
@@ -31,9 +31,10 @@ void connectLater(WorkQueues& workQueues, MainLoop& mainLoop, const QString& add
     const QString& name, QObject* context, std::function<void()> ended);
 
 /// Hides from the toolkit the buses that give no sign of life, as it would wait for them without
-/// end or for half a minute: the session's, IBus's and the one for screen readers. Takes a second
+/// end or for half a minute: the session's, IBus's and the one for screen readers; and a session
+/// manager that is silent. Takes a second
 /// or two where one is silent. To be called before the application object is made and before other
 /// threads run; the toolkit does without them until the program's end.
-void hideSilentBuses();
+void hideSilentServices();
 
 } // namespace quillbrook

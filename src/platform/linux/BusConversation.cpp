@@ -1,11 +1,7 @@
 #include "platform/linux/BusConversation.h"
 
-#include <sys/socket.h>
-#include <sys/time.h>
-#include <sys/un.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
 #include <bit>
 #include <charconv>
@@ -16,7 +12,6 @@ namespace quillbrook {
 
 namespace {
 
-constexpr timeval kAnswerLimit{.tv_sec = 1, .tv_usec = 0};
 constexpr std::size_t kHeaderSize = 16;
 constexpr std::uint32_t kMaxPartSize = 64 * 1024;
 constexpr int kMaxOtherMessages = 8; // signals that come before an answer
@@ -186,7 +181,7 @@ BusConversation::BusConversation(std::string_view address)
             if (sign == std::string_view::npos || (!isAbstract && key != "path")) {
                 continue;
             }
-            if (connectTo(decoded(pair.substr(sign + 1)), isAbstract)) {
+            if (socket.connectTo(decoded(pair.substr(sign + 1)), isAbstract)) {
                 hasEntered = logIn();
                 return;
             }
@@ -194,45 +189,14 @@ BusConversation::BusConversation(std::string_view address)
     }
 }
 
-BusConversation::~BusConversation()
-{
-    if (socket >= 0) {
-        close(socket);
-    }
-}
-
-bool BusConversation::connectTo(std::string_view path, bool isAbstract)
-{
-    sockaddr_un name{};
-    name.sun_family = AF_UNIX;
-    const std::size_t begin = isAbstract ? 1 : 0;
-    if (path.size() + 1 > sizeof name.sun_path) {
-        return false;
-    }
-    std::ranges::copy(path, name.sun_path + begin);
-    const auto size = static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + path.size() + 1);
-    socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    if (socket < 0) {
-        return false;
-    }
-    // The limit for sending holds for the connecting too, where a queue of others is full.
-    setsockopt(socket, SOL_SOCKET, SO_SNDTIMEO, &kAnswerLimit, sizeof kAnswerLimit);
-    setsockopt(socket, SOL_SOCKET, SO_RCVTIMEO, &kAnswerLimit, sizeof kAnswerLimit);
-    if (connect(socket, reinterpret_cast<const sockaddr*>(&name), size) == 0) {
-        return true;
-    }
-    close(socket);
-    socket = -1;
-    return false;
-}
-
 bool BusConversation::logIn()
 {
     using namespace std::string_literals;
     constexpr std::string_view kAccepted = "OK ";
     const std::string user = hexOfDigits(std::to_string(getuid()));
-    if (!send("\0AUTH EXTERNAL "s + user + "\r\n") || receive(kAccepted.size()) != kAccepted
-        || !receive(kGuidSize + 2) || !send("BEGIN\r\n")) {
+    if (!socket.send("\0AUTH EXTERNAL "s + user + "\r\n")
+        || socket.receive(kAccepted.size()) != kAccepted || !socket.receive(kGuidSize + 2)
+        || !socket.send("BEGIN\r\n")) {
         return false;
     }
     hasEntered = true;
@@ -241,7 +205,7 @@ bool BusConversation::logIn()
 
 std::optional<std::string> BusConversation::answerTo(const BusCall& call)
 {
-    if (!hasEntered || !send(methodCall(++lastSerial, call))) {
+    if (!hasEntered || !socket.send(methodCall(++lastSerial, call))) {
         return std::nullopt;
     }
     for (int i = 0; i <= kMaxOtherMessages; ++i) {
@@ -261,25 +225,9 @@ std::optional<std::string> BusConversation::answerTo(const BusCall& call)
     return std::nullopt;
 }
 
-bool BusConversation::send(std::string_view bytes) const
-{
-    const auto sent = ::send(socket, bytes.data(), bytes.size(), MSG_NOSIGNAL);
-    return sent >= 0 && static_cast<std::size_t>(sent) == bytes.size();
-}
-
-std::optional<std::string> BusConversation::receive(std::size_t count) const
-{
-    std::string bytes(count, '\0');
-    const auto received = recv(socket, bytes.data(), count, MSG_WAITALL);
-    if (received < 0 || static_cast<std::size_t>(received) != count) {
-        return std::nullopt;
-    }
-    return bytes;
-}
-
 std::optional<BusConversation::Message> BusConversation::nextMessage() const
 {
-    const auto header = receive(kHeaderSize);
+    const auto header = socket.receive(kHeaderSize);
     if (!header || header->front() != kOurByteOrder) {
         return std::nullopt;
     }
@@ -290,7 +238,7 @@ std::optional<BusConversation::Message> BusConversation::nextMessage() const
     if (bodySize > kMaxPartSize || fieldsSize > kMaxPartSize) {
         return std::nullopt;
     }
-    const auto rest = receive(aligned(fieldsSize, 8) + bodySize);
+    const auto rest = socket.receive(aligned(fieldsSize, 8) + bodySize);
     if (!rest) {
         return std::nullopt;
     }

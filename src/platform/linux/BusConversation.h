@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/linux/LocalSocket.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -16,17 +18,13 @@ struct BusCall {
 };
 
 /// A few words with a message bus, to learn whether it and those on it are alive. A bus library
-/// waits for a silent bus without end; here each word has one second for its answer, counted by
-/// the kernel. Any thread, one at a time.
+/// waits for a silent bus without end; here each word has one second for its answer. Any thread,
+/// one at a time.
 class BusConversation {
 public:
     /// Connects to the first bus of `address` that lets itself be connected to, and introduces us.
     /// Only sockets of this machine are tried.
     explicit BusConversation(std::string_view address);
-    ~BusConversation();
-
-    BusConversation(const BusConversation&) = delete;
-    BusConversation& operator=(const BusConversation&) = delete;
 
     /// Whether the bus let us in.
     bool isAnswered() const { return hasEntered; }
@@ -43,13 +41,10 @@ private:
         bool beginsWithText = false;
     };
 
-    bool connectTo(std::string_view path, bool isAbstract);
     bool logIn();
-    bool send(std::string_view bytes) const;
-    std::optional<std::string> receive(std::size_t count) const;
     std::optional<Message> nextMessage() const;
 
-    int socket = -1;
+    LocalSocket socket{};
     std::uint32_t lastSerial = 0;
     bool hasEntered = false;
 };

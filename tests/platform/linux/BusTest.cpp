@@ -3,6 +3,7 @@
 #include "platform/linux/BusConnecting.h"
 #include "platform/linux/BusConversation.h"
 #include "platform/linux/IBusInputMethod.h"
+#include "platform/linux/SessionManagerGreeting.h"
 #include "platform/qt/QtMainLoop.h"
 #include "platform/qt/QtWorkQueues.h"
 #include "support/TemporaryDirectory.h"
@@ -16,6 +17,7 @@
 
 #include <cstdlib>
 #include <functional>
+#include <future>
 #include <optional>
 #include <string>
 
@@ -79,6 +81,32 @@ TEST(BusConversation, TheFirstOfSeveralAddressesThatIsThereCounts)
     EXPECT_FALSE(BusConversation("unix:path=/" + std::string(200, 'x')).isAnswered());
 }
 
+TEST(SessionManagerGreeting, ASilentOneDoesNotAnswer)
+{
+    const TemporaryDirectory directory;
+    const SilentSocket silent(directory.path() / "manager");
+    const std::string path = directory.path() / "manager";
+    EXPECT_FALSE(isSessionManagerAnswering("local/host:@nowhere,unix/host:" + path));
+    EXPECT_FALSE(isSessionManagerAnswering("unix/host:" + path + ",unix/host:/nonexistent"));
+    for (const char* none : {"", ",", "local/", "unix/host", "unix/host:", "unix/host:@",
+             "unix/host:/nonexistent", "tcp/localhost:1"}) {
+        EXPECT_TRUE(isSessionManagerAnswering(none)) << none;
+    }
+}
+
+TEST(SessionManagerGreeting, OneThatGreetsAnswers)
+{
+    const TemporaryDirectory directory;
+    SilentSocket manager(directory.path() / "manager");
+    const std::string networkId = "local/host:" + (directory.path() / "manager").string();
+    auto answer = std::async(std::launch::async, isSessionManagerAnswering, networkId);
+    manager.speak("greeting");
+    EXPECT_TRUE(answer.get());
+    answer = std::async(std::launch::async, isSessionManagerAnswering, networkId);
+    manager.speak("no");
+    EXPECT_FALSE(answer.get());
+}
+
 class BusTest : public testing::Test {
 protected:
     BusTest()
@@ -90,7 +118,7 @@ protected:
     ~BusTest() override
     {
         forgetBuses();
-        hideSilentBuses(); // there is none that could be hidden from later tests
+        hideSilentServices(); // there is none that could be hidden from later tests
     }
 
     static void forgetBuses()
@@ -196,7 +224,9 @@ TEST_F(BusTest, SilentBusesAreHiddenFromTheToolkitAndKeptForUs)
         setenv(variable, silent.address().c_str(), 1);
     }
     setenv("QT_IM_MODULE", "ibus", 1);
-    hideSilentBuses();
+    setenv("SESSION_MANAGER", ("unix/host:" + (directory.path() / "bus").string()).c_str(), 1);
+    hideSilentServices();
+    EXPECT_FALSE(qEnvironmentVariableIsSet("SESSION_MANAGER"));
     EXPECT_EQ(qgetenv("DBUS_SESSION_BUS_ADDRESS"), "unix:path=/dev/null");
     EXPECT_EQ(qgetenv("AT_SPI_BUS_ADDRESS"), "unix:path=/dev/null");
     EXPECT_EQ(qgetenv("QT_IM_MODULE"), "compose");
@@ -213,7 +243,7 @@ TEST_F(BusTest, BusesThatAnswerStay)
         setenv(variable, address.constData(), 1);
     }
     setenv("QT_IM_MODULE", "ibus", 1);
-    hideSilentBuses();
+    hideSilentServices();
     EXPECT_EQ(qgetenv("DBUS_SESSION_BUS_ADDRESS"), address);
     EXPECT_EQ(qgetenv("AT_SPI_BUS_ADDRESS"), address);
     EXPECT_EQ(qgetenv("QT_IM_MODULE"), "ibus");

@@ -87,6 +87,14 @@ public:
         } while (connect(client, reinterpret_cast<const sockaddr*>(&name), sizeof name) == 0);
     }
 
+    /// Takes in one who waits, and says something after all.
+    void speak(const std::string& text)
+    {
+        clients.push_back(accept4(listener, nullptr, nullptr, SOCK_CLOEXEC));
+        EXPECT_EQ(send(clients.back(), text.data(), text.size(), MSG_NOSIGNAL),
+            static_cast<ssize_t>(text.size()));
+    }
+
     std::string address() const { return "unix:path=" + path.string(); }
 
 private:
