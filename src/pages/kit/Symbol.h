@@ -14,7 +14,7 @@ namespace quillbrook {
 /// with one stroke weight, in whatever colour they are asked for. Main thread only.
 namespace Symbol {
 
-/// The outline of a symbol on the grid. Fatal for a name without a drawing.
+/// The outline of a symbol on the grid; a broken frame for a name without a drawing.
 const QPainterPath& outline(const QString& name);
 
 /// Every name that has a drawing, in alphabetical order.

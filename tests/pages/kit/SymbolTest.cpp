@@ -5,6 +5,13 @@
 #include <QImage>
 #include <QPainter>
 
+#include <array>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <regex>
+#include <string>
+
 namespace quillbrook {
 namespace {
 
@@ -62,9 +69,56 @@ TEST(SymbolTest, IsSortedByName)
     EXPECT_EQ(Symbol::names(), sorted);
 }
 
-TEST(SymbolDeathTest, StopsAtANameWithoutADrawing)
+TEST(SymbolTest, DrawsAFrameForANameWithoutADrawing)
 {
-    EXPECT_DEATH(Symbol::outline("no.such.symbol"), "no.such.symbol");
+    EXPECT_FALSE(Symbol::outline("no.such.symbol").isEmpty());
+    EXPECT_GT(
+        difference(drawn("no.such.symbol", 14, Qt::black), drawn("app.badge", 14, Qt::black)), 6);
+}
+
+/// Every name that stands in the sources as that of a symbol.
+std::map<std::string, std::filesystem::path> namesInUse()
+{
+    const std::array forms = {
+        std::regex(R"re("([a-z][a-z0-9]*(?:\.[a-z0-9]+)*)",\s*(?:SystemColor::|Tint\b))re"),
+        std::regex(
+            R"re((?:IconButton|BorderedButton|SymbolLabel|EmptyState)(?:>)?\(\s*"([^"]+)")re"),
+        std::regex(R"re(Symbol::(?:draw\([^"]*|icon\()"([^"]+)")re"),
+        std::regex(R"re(symbol = "([^"]+)")re"),
+        // Two words and more with points between them are the form of a symbol's name alone.
+        std::regex(R"re("([a-z]+(?:\.[a-z0-9]+)+)")re"),
+    };
+    const std::regex noSymbol(R"((?:cn|org|com)\..*|.*\.(?:log|db|txt|json|csv|desktop|png|svg))");
+    std::map<std::string, std::filesystem::path> names;
+    for (const char* folder : {"pages", "shell"}) {
+        for (const auto& file : std::filesystem::recursive_directory_iterator(
+                 std::filesystem::path(QUILLBROOK_SOURCES) / folder)) {
+            if (!file.is_regular_file() || file.path().stem() == "SymbolTable") {
+                continue;
+            }
+            std::ifstream stream(file.path());
+            const std::string text(std::istreambuf_iterator<char>(stream), {});
+            for (const std::regex& form : forms) {
+                for (std::sregex_iterator match(text.begin(), text.end(), form), end; match != end;
+                     ++match) {
+                    if (!std::regex_match((*match)[1].str(), noSymbol)) {
+                        names.emplace((*match)[1], file.path());
+                    }
+                }
+            }
+        }
+    }
+    return names;
+}
+
+TEST(SymbolTest, HasADrawingForEachNameInUse)
+{
+    const QStringList drawn = Symbol::names();
+    const auto used = namesInUse();
+    EXPECT_GT(used.size(), 15U);
+    for (const auto& [name, file] : used) {
+        EXPECT_TRUE(drawn.contains(QString::fromStdString(name))) << name << " in " << file;
+    }
 }
 
 } // namespace
