@@ -17,7 +17,7 @@ namespace quillbrook {
 void drawShrunkText(QPainter& painter, const QRectF& rect, Qt::AlignmentFlag alignment,
     const QString& text, const QFont& font, const QColor& color, double minimumScale = 1);
 
-/// Draws one line in white on a ground of any colour, with a breath of shadow that keeps it
+/// Draws one line in white on a ground of any colour, with a soft dark rim that keeps it
 /// readable on the light ones; otherwise as above. `opacity` is that of the text.
 void drawTextOnColor(QPainter& painter, const QRectF& rect, Qt::AlignmentFlag alignment,
     const QString& text, const QFont& font, double opacity = 1);

@@ -4,11 +4,14 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QImage>
 #include <QPainter>
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
+#include <vector>
 
 namespace quillbrook {
 namespace {
@@ -54,6 +57,60 @@ TEST(DrawShrunkText, ShrinksBeforeItElides)
     EXPECT_LT(heightOf(drawnLine("1234567890", 90, 0.6)), heightOf(drawnLine("1234567890", 200)));
     EXPECT_EQ(drawnLine("1234567890", 60, 0.6).copy(60, 0, 140, 40),
         drawnLine("", 60).copy(60, 0, 140, 40)); // nothing stands behind its place
+}
+
+/// The luminance of a pixel, from 0 to 1.
+double luminance(QRgb pixel)
+{
+    const auto part = [](int byte) {
+        const double value = byte / 255.0;
+        return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * part(qRed(pixel)) + 0.7152 * part(qGreen(pixel)) + 0.0722 * part(qBlue(pixel));
+}
+
+/// The contrast between the letters of a label and the darkest that lies beside them: what nine of
+/// ten of the letters' brightest pixels reach.
+double contrastOf(const QFont& font, QColor ground, double opacity)
+{
+    QImage image(80, 20, QImage::Format_RGB32);
+    image.fill(ground);
+    QPainter painter(&image);
+    drawTextOnColor(painter, QRectF(0, 0, 80, 20), Qt::AlignHCenter, "12m Mail", font, opacity);
+    painter.end();
+    double brightest = 0;
+    for (int i = 0; i < 80 * 20; ++i) {
+        brightest = std::max(brightest, luminance(image.pixel(i % 80, i / 80)));
+    }
+    std::vector<double> contrasts;
+    for (int y = 2; y < 18; ++y) {
+        for (int x = 2; x < 78; ++x) {
+            const double light = luminance(image.pixel(x, y));
+            double dark = 1;
+            for (int i = 0; i < 25; ++i) {
+                dark = std::min(dark, luminance(image.pixel(x - 2 + i % 5, y - 2 + i / 5)));
+            }
+            if (light > 0.9 * brightest) {
+                contrasts.push_back((light + 0.05) / (dark + 0.05));
+            }
+        }
+    }
+    std::sort(contrasts.begin(), contrasts.end());
+    return contrasts.at(contrasts.size() / 10);
+}
+
+TEST(DrawTextOnColor, CanBeReadOnEveryColor)
+{
+    for (const bool isDark : {false, true}) {
+        Look::apply(isDark, std::nullopt);
+        const QPalette palette = QApplication::palette();
+        for (int name = 0; name <= static_cast<int>(SystemColor::gray); ++name) {
+            const QColor color = Look::color(static_cast<SystemColor>(name), palette);
+            EXPECT_GE(contrastOf(Look::systemFont(10, QFont::DemiBold), color, 1), 3) << name;
+            EXPECT_GE(contrastOf(Look::monospacedFont(8), color, 0.85), 3) << name;
+        }
+    }
+    Look::apply(false, std::nullopt);
 }
 
 TEST(PlainToolTip, ShowsWhatLooksLikeMarkupAsItStands)
