@@ -1,9 +1,11 @@
 #include "pages/kit/Look.h"
 
+#include "pages/kit/FormStyle.h"
+
 #include <QApplication>
+#include <QPointer>
 #include <QStringList>
 #include <QStyle>
-#include <QStyleFactory>
 
 #include <algorithm>
 #include <array>
@@ -61,6 +63,10 @@ const char* const kSansHan = "Noto Sans CJK SC";
 const char* const kSerifHan = "Noto Serif CJK SC";
 const char* const kEmoji = "Noto Color Emoji";
 
+// Letters of one width have less than five pixels below this size, too few for the three stems of
+// an "m".
+constexpr int kSmallestMonospaced = 10;
+
 QFont fontOf(const QStringList& families, int pixels, QFont::Weight weight)
 {
     QFont font;
@@ -113,19 +119,24 @@ QString formOfQtsWidgets(bool isDark)
     const QString text = isDark ? "#DDDDDD" : "#262626";
     const QString disabled = isDark ? "#98989D" : "#6E6E73";
     return QStringLiteral("QToolTip { background: %1; color: %3; border: 1px solid %2;"
-                          " padding: 3px 6px; }"
-                          "QMenu { background: %1; color: %3; border: 1px solid %2; padding: 5px; }"
+                          " border-radius: %5px; padding: 3px 6px; }"
+                          "QMenu { background: %1; color: %3; border: 1px solid %2;"
+                          " border-radius: %6px; padding: 5px; }"
                           "QMenu::item { padding: 4px 22px 4px 12px; border-radius: 4px; }"
                           "QMenu::item:disabled { color: %4; }"
                           "QMenu::item:selected:enabled { background: palette(highlight);"
                           " color: #FFFFFF; }"
                           "QMenu::separator { height: 1px; background: %2; margin: 5px 10px; }"
                           "QScrollBar:vertical { width: 9px; background: transparent; }"
-                          "QScrollBar::handle:vertical { background: %2; border-radius: 3px;"
-                          " min-height: 32px; margin: 2px; }"
-                          "QScrollBar::add-line, QScrollBar::sub-line { height: 0; }"
+                          "QScrollBar:horizontal { height: 9px; background: transparent; }"
+                          "QScrollBar::handle { background: %2; border-radius: 3px; margin: 2px; }"
+                          "QScrollBar::handle:vertical { min-height: 32px; }"
+                          "QScrollBar::handle:horizontal { min-width: 32px; }"
+                          "QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }"
                           "QScrollBar::add-page, QScrollBar::sub-page { background: none; }")
-        .arg(back, edge, text, disabled);
+        .arg(back, edge, text, disabled)
+        .arg(FormStyle::kToolTipRadius)
+        .arg(FormStyle::kMenuRadius);
 }
 
 QColor plainColor(SystemColor name, const QPalette& palette)
@@ -181,8 +192,10 @@ void apply(bool isDark, std::optional<Color> accent)
     const Shades blue = kSystemColors[static_cast<std::size_t>(SystemColor::blue)];
     const QColor accentColor
         = accent ? toQColor(*accent) : QColor::fromRgb(isDark ? blue.dark : blue.light);
-    if (QApplication::style()->objectName() != "fusion") {
-        QApplication::setStyle(QStyleFactory::create("fusion"));
+    static QPointer<QStyle> style; // the application's, which owns it
+    if (!style) {
+        style = new FormStyle;
+        QApplication::setStyle(style);
     }
     QApplication::setFont(font(TextStyle::body));
     QApplication::setPalette(paletteFor(isDark, accentColor));
@@ -280,6 +293,9 @@ QFont serifFont(int pixels, QFont::Weight weight)
 
 QFont monospacedFont(int pixels, QFont::Weight weight)
 {
+    if (pixels < kSmallestMonospaced) {
+        return systemFont(pixels, std::max(weight, QFont::Medium));
+    }
     return fontOf({"JetBrains Mono", kSansHan, kEmoji}, pixels, weight);
 }
 

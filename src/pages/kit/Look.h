@@ -69,7 +69,8 @@ QFont font(TextStyle style, QFont::Weight weight = QFont::Normal);
 /// The interface's font. Sizes are device-independent pixels here and below.
 QFont systemFont(int pixels, QFont::Weight weight = QFont::Normal);
 QFont serifFont(int pixels, QFont::Weight weight = QFont::Normal);
-/// All digits have one width.
+/// All digits have one width. Below 10 pixels, where letters of one width close up, the
+/// interface's font stands in, a little stronger.
 QFont monospacedFont(int pixels, QFont::Weight weight = QFont::Normal);
 QFont monospacedFont(TextStyle style);
 QFont font(const TextFace& face);

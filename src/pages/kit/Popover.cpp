@@ -15,6 +15,8 @@ namespace {
 
 constexpr int kPadding = 20;
 constexpr int kShadow = 14; // room for it on all sides
+constexpr int kShadowFall = 3;
+constexpr double kShadowStrength = 0.05; // of its darkest ring
 constexpr int kArrowHeight = 8;
 constexpr int kArrowWidth = 20;
 constexpr int kGap = 1; // between the anchor and the arrow
@@ -29,10 +31,12 @@ int clampedInto(int value, int from, int to)
 void drawShadow(QPainter& painter, const QRectF& body)
 {
     painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor(0, 0, 0, 5));
-    for (int ring = kShadow - 3; ring > 0; --ring) {
-        painter.drawRoundedRect(
-            body.adjusted(-ring, 3 - ring, ring, 3 + ring), kRadius + ring, kRadius + ring);
+    constexpr int kRings = kShadow - kShadowFall;
+    for (int ring = kRings; ring > 0; --ring) {
+        const double nearness = 1 - static_cast<double>(ring) / (kRings + 1);
+        painter.setBrush(Look::faded(Qt::black, kShadowStrength * nearness * nearness));
+        painter.drawRoundedRect(body.adjusted(-ring, kShadowFall - ring, ring, kShadowFall + ring),
+            kRadius + ring, kRadius + ring);
     }
 }
 
@@ -114,7 +118,7 @@ void Popover::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    if (Look::canBlendWindows()) {
+    if (mask().isEmpty()) {
         drawShadow(painter, body());
     }
     painter.setBrush(Look::controlBackground(palette()));

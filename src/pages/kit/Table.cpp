@@ -14,7 +14,6 @@ namespace quillbrook {
 
 namespace {
 
-constexpr double kRadius = 8;
 constexpr int kFewestRows = 3; // that a table shows, however little room there is
 constexpr int kRowHeight = TableSizes::kLine + 2 * TableSizes::kRowPadding;
 
@@ -37,7 +36,7 @@ void setForm(QTableView& view)
 } // namespace
 
 Table::Table(const QString& name, std::vector<TableColumn> columns, QWidget* parent)
-    : Panel({.padding = 0, .radius = kRadius}, parent)
+    : Panel({.padding = 0, .radius = TableSizes::kRadius}, parent)
     , model(new TableModel(std::move(columns), this))
     , rows(new QTableView)
 {

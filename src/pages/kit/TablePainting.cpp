@@ -89,8 +89,12 @@ QSize TableHeader::sizeHint() const
 void TableHeader::paintEvent(QPaintEvent*)
 {
     QPainter painter(viewport());
-    painter.fillRect(
-        viewport()->rect(), Look::faded(Look::controlBackground(palette()), kHeaderOpacity));
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(Look::faded(Look::controlBackground(palette()), kHeaderOpacity));
+    // Round above, where the table's corners are; the lower corners lie below what is seen.
+    painter.drawRoundedRect(viewport()->rect().adjusted(0, 0, 0, TableSizes::kRadius),
+        TableSizes::kRadius, TableSizes::kRadius);
     const QFont font = Look::font(TextStyle::caption, QFont::Bold);
     for (int column = 0; column < count(); ++column) {
         const QRect section(

@@ -16,6 +16,7 @@ constexpr int kSidePadding = 16; // at both ends of a row
 constexpr int kGap = 8; // between two columns
 constexpr int kLine = 16; // the height of a row's text
 constexpr int kHeaderLine = 13;
+constexpr int kRadius = 8; // of the table's corners
 
 /// The width of a column with its part of the gaps.
 int sectionWidth(const TableModel& model, int column);

@@ -6,6 +6,9 @@
 #include <QFontDatabase>
 #include <QFontInfo>
 #include <QFontMetricsF>
+#include <QImage>
+#include <QMenu>
+#include <QPainter>
 
 namespace quillbrook {
 namespace {
@@ -49,6 +52,46 @@ TEST(Look, HasDigitsOfOneWidthWhereFiguresStand)
     for (const char digit : {'0', '2', '3', '4', '5', '6', '7', '8', '9'}) {
         EXPECT_DOUBLE_EQ(metrics.horizontalAdvance(QChar(digit)), metrics.horizontalAdvance('1'));
     }
+}
+
+/// In how many places ink begins along the middle of the letter "m".
+int stemsOfM(int pixels)
+{
+    QImage image(40, 20, QImage::Format_Grayscale8);
+    image.fill(255);
+    QPainter painter(&image);
+    painter.setFont(Look::monospacedFont(pixels));
+    painter.drawText(QPointF(4, 14), "m");
+    painter.end();
+    int stems = 0;
+    const int y = 12; // above the base line, below the arches
+    for (int x = 1; x < 39; ++x) {
+        const auto ink = [&](int place) { return 255 - qGray(image.pixel(place, y)); };
+        stems += ink(x) > ink(x - 1) && ink(x) >= ink(x + 1) && ink(x) > 60 ? 1 : 0;
+    }
+    return stems;
+}
+
+TEST(Look, KeepsTheStemsOfSmallLettersApart)
+{
+    for (const int pixels : {7, 8, 9, 20}) {
+        EXPECT_EQ(stemsOfM(pixels), 3) << pixels;
+    }
+}
+
+TEST(Look, CutsMenusAndToolTipsOutWhereWindowsCantBlend)
+{
+    for (const bool canBlend : {true, false}) {
+        Look::setCanBlendWindows([canBlend] { return canBlend; });
+        QMenu menu;
+        menu.addAction("action");
+        menu.popup({10, 10});
+        EXPECT_EQ(menu.testAttribute(Qt::WA_TranslucentBackground), canBlend);
+        EXPECT_EQ(menu.mask().isEmpty(), canBlend);
+        EXPECT_TRUE(canBlend || !menu.mask().contains(QPoint(0, 0)));
+        menu.close();
+    }
+    Look::setCanBlendWindows({});
 }
 
 TEST(Look, FadesOnTopOfAnOpacity)
