@@ -184,6 +184,9 @@ public:
         if (const auto* pressable = button()) {
             state.checkable = pressable->isCheckable();
             state.checked = pressable->isChecked();
+            const QAccessible::Role role = spoken.accessibleRole();
+            state.selectable = role == QAccessible::ListItem || role == QAccessible::PageTab;
+            state.selected = state.selectable && pressable->isChecked();
         }
         if (const auto isUnfolded = spoken.isUnfolded()) {
             state.expandable = true;

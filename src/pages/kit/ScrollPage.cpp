@@ -1,5 +1,8 @@
 #include "pages/kit/ScrollPage.h"
 
+#include "pages/kit/ScrollKeys.h"
+
+#include <QKeyEvent>
 #include <QVBoxLayout>
 
 namespace quillbrook {
@@ -7,7 +10,6 @@ namespace quillbrook {
 ScrollPage::ScrollPage(Spacing spacing, QWidget* parent) : QScrollArea(parent)
 {
     setFrameShape(QFrame::NoFrame);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setWidgetResizable(true);
     setFocusPolicy(Qt::NoFocus);
     auto* inside = new QWidget;
@@ -15,6 +17,13 @@ ScrollPage::ScrollPage(Spacing spacing, QWidget* parent) : QScrollArea(parent)
     content->setContentsMargins(spacing.around, spacing.around, spacing.around, spacing.around);
     content->setSpacing(spacing.between);
     setWidget(inside);
+}
+
+void ScrollPage::keyPressEvent(QKeyEvent* event)
+{
+    if (!scrollByKey(*this, event->key())) {
+        event->ignore();
+    }
 }
 
 } // namespace quillbrook

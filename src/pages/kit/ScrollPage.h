@@ -6,7 +6,8 @@ class QVBoxLayout;
 
 namespace quillbrook {
 
-/// A page that is a column and scrolls when it is higher than its place.
+/// A page that is a column. It scrolls where it is higher than its place, and where its place is
+/// narrower than what stands on it.
 class ScrollPage : public QScrollArea {
     Q_OBJECT
 
@@ -19,6 +20,9 @@ public:
     explicit ScrollPage(Spacing spacing, QWidget* parent = nullptr);
 
     QVBoxLayout* column() { return content; }
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     QVBoxLayout* content;

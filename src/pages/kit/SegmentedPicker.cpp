@@ -7,6 +7,8 @@
 #include <QKeyEvent>
 #include <QPainter>
 
+#include <utility>
+
 namespace quillbrook {
 
 namespace {
@@ -22,7 +24,6 @@ public:
         setText(label);
         setAccessibleName(label);
         setCheckable(true);
-        setFocusPolicy(Qt::TabFocus);
         setAttribute(Qt::WA_Hover);
     }
 
@@ -76,9 +77,15 @@ SegmentedPicker::SegmentedPicker(
 
 void SegmentedPicker::setCurrent(int index)
 {
-    chosen = index;
+    const bool isNew = std::exchange(chosen, index) != index;
     for (int i = 0; i < segments.size(); ++i) {
         segments[i]->setChecked(i == index);
+        // One stop of the Tab key; the arrow keys go on from there.
+        segments[i]->setFocusPolicy(i == index ? Qt::TabFocus : Qt::NoFocus);
+    }
+    if (isNew) {
+        QAccessibleEvent selection(segments[index], QAccessible::Selection);
+        QAccessible::updateAccessibility(&selection);
     }
     update();
 }

@@ -10,7 +10,7 @@ class QAbstractButton;
 
 namespace quillbrook {
 
-/// A row of segments of which one is chosen.
+/// A row of segments of which one is chosen; one stop of the Tab key.
 class SegmentedPicker : public QWidget, public Spoken {
     Q_OBJECT
 

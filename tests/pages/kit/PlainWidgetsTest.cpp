@@ -14,6 +14,7 @@
 
 #include <QImage>
 #include <QPixmap>
+#include <QScrollBar>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -107,19 +108,57 @@ TEST(MottoTest, TakesASecondLineWhereItIsNarrow)
     EXPECT_GT(motto.heightForWidth(200), motto.heightForWidth(600));
 }
 
-TEST(ScrollPageTest, ScrollsOnlyDownwards)
-{
-    ScrollPage page({.around = 24, .between = 20});
-    for (int i = 0; i < 2; ++i) {
-        auto* box = new QWidget;
-        box->setFixedHeight(100);
-        page.column()->addWidget(box);
+/// A page with two boxes that need 300 points of width and 268 of height with what lies round them.
+class ScrollPageTest : public testing::Test {
+protected:
+    ScrollPageTest()
+    {
+        for (int i = 0; i < 2; ++i) {
+            auto* box = new QWidget;
+            box->setMinimumWidth(252);
+            box->setFixedHeight(100);
+            page.column()->addWidget(box);
+        }
     }
-    page.resize(300, 120);
-    page.show();
+
+    void showIn(int width, int height)
+    {
+        page.resize(width, height);
+        page.show();
+    }
+
+    ScrollPage page{{.around = 24, .between = 20}};
+};
+
+TEST_F(ScrollPageTest, ScrollsDownwardsOnlyWhereItIsWideEnough)
+{
+    showIn(320, 120);
     EXPECT_EQ(page.widget()->height(), 2 * 100 + 20 + 2 * 24);
-    EXPECT_EQ(page.horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
+    EXPECT_EQ(page.horizontalScrollBar()->maximum(), 0);
     EXPECT_EQ(page.widget()->width(), page.viewport()->width());
+}
+
+TEST_F(ScrollPageTest, KeepsEverythingReachableWhereItIsTooNarrow)
+{
+    showIn(200, 120);
+    EXPECT_EQ(page.widget()->width(), 300);
+    EXPECT_EQ(page.horizontalScrollBar()->maximum(), 300 - page.viewport()->width());
+}
+
+TEST_F(ScrollPageTest, ScrollsByTheKeysThatNothingOnItWants)
+{
+    showIn(320, 120);
+    const QScrollBar& bar = *page.verticalScrollBar();
+    press(page, Qt::Key_PageDown);
+    EXPECT_EQ(bar.value(), 120);
+    press(page, Qt::Key_End);
+    EXPECT_EQ(bar.value(), bar.maximum());
+    press(page, Qt::Key_PageUp);
+    EXPECT_LT(bar.value(), bar.maximum());
+    press(page, Qt::Key_Home);
+    EXPECT_EQ(bar.value(), 0);
+    press(page, Qt::Key_Down);
+    EXPECT_GT(bar.value(), 0);
 }
 
 } // namespace

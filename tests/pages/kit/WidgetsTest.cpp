@@ -5,8 +5,10 @@
 #include "pages/kit/IconButton.h"
 #include "pages/kit/PageTitle.h"
 #include "pages/kit/SegmentedPicker.h"
+#include "support/AccessibleEvents.h"
 #include "support/Elements.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <QAccessible>
@@ -48,6 +50,27 @@ TEST(SegmentedPickerTest, MovesByTheArrowKeys)
     EXPECT_EQ(picker.current(), 1);
     press(picker, Qt::Key_Left);
     EXPECT_EQ(picker.current(), 0);
+}
+
+TEST(SegmentedPickerTest, IsOneStopOfTheTabKey)
+{
+    SegmentedPicker picker("period", {"a", "b", "c"}, 140);
+    picker.setCurrent(1);
+    for (int i = 0; i < 3; ++i) {
+        const auto* segment = qobject_cast<QWidget*>(accessible(picker).child(i)->object());
+        EXPECT_EQ(segment->focusPolicy(), i == 1 ? Qt::TabFocus : Qt::NoFocus);
+    }
+}
+
+TEST(SegmentedPickerTest, LetsScreenReadersHearItsChoice)
+{
+    SegmentedPicker picker("period", {"a", "b"}, 140);
+    const QObject& second = *accessible(picker).child(1)->object();
+    const AccessibleEvents events;
+    picker.setCurrent(1);
+    EXPECT_THAT(events.of(second), testing::Contains(QAccessible::Selection));
+    EXPECT_TRUE(accessible(picker).child(1)->state().selected);
+    EXPECT_FALSE(accessible(picker).child(0)->state().selected);
 }
 
 TEST(SegmentedPickerTest, KeepsQuietWhenTheChoiceIsSet)
