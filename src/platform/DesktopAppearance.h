@@ -24,6 +24,10 @@ public:
     /// Calls `changed` with what is known now, and at each change as long as the subscription
     /// lives. macOS: the application's effective appearance; Linux: the settings portal.
     [[nodiscard]] virtual Subscription observe(std::function<void(const Appearance&)> changed) = 0;
+
+    /// Whether a window may be partly transparent at the moment. macOS: always; Linux: Wayland, or
+    /// X11 with a compositor.
+    virtual bool canBlendWindows() const = 0;
 };
 
 } // namespace quillbrook

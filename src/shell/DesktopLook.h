@@ -13,6 +13,10 @@ namespace quillbrook {
 class DesktopLook {
 public:
     explicit DesktopLook(DesktopAppearance& appearance);
+    ~DesktopLook();
+
+    DesktopLook(const DesktopLook&) = delete;
+    DesktopLook& operator=(const DesktopLook&) = delete;
 
 private:
     bool isDarkByDefault; // what the desktop's own palette says, for want of a wish

@@ -37,5 +37,19 @@ TEST(DesktopLookTest, FollowsTheDesktopsWishes)
     EXPECT_FALSE(isDark()); // nobody looks any longer
 }
 
+TEST(DesktopLookTest, AsksWhetherWindowsMayBlendAsLongAsTheLookStands)
+{
+    VirtualAppearance appearance;
+    appearance.setCanBlendWindows(false);
+    {
+        const DesktopLook look(appearance);
+        EXPECT_FALSE(Look::canBlendWindows());
+        appearance.setCanBlendWindows(true); // a compositor was started
+        EXPECT_TRUE(Look::canBlendWindows());
+        appearance.setCanBlendWindows(false);
+    }
+    EXPECT_TRUE(Look::canBlendWindows());
+}
+
 } // namespace
 } // namespace quillbrook

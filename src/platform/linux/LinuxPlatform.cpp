@@ -116,13 +116,13 @@ struct LinuxPlatform::Parts {
     LinuxBundleValues bundleValues{};
     SystemTimeZone timeZone{};
     LinuxHostFacts hostFacts{};
-    PortalAppearance appearance{};
     ProcIdleMemory idleMemory{};
     StderrNotices notices{};
     AutostartLoginItem loginItem{AutostartLoginItem::ofThisUser(bundleValues.bundlePath())};
     ProcKernelFigures kernelFigures{};
 
     X11Connection x11{};
+    PortalAppearance appearance{x11};
     DesktopEntries entries{DesktopEntries::standardDirectories(), languageKeys(messageLocale())};
     FrontApplication front{x11, entries, mainLoop};
     LinuxWorkspace workspace{front};

@@ -2,6 +2,8 @@
 
 #include "platform/linux/BusConnecting.h"
 #include "platform/linux/Calls.h"
+#include "platform/linux/X11Connection.h"
+#include "platform/linux/XcbReply.h"
 
 #include <QDBusArgument>
 
@@ -53,6 +55,18 @@ std::optional<Color> colorOf(const QVariant& value)
 }
 
 } // namespace
+
+bool PortalAppearance::canBlendWindows() const
+{
+    if (!x11.isUsable()) {
+        return true;
+    }
+    const auto cookie = xcb_get_selection_owner(x11.get(), x11.atom("_NET_WM_CM_S0"));
+    const XcbReply<xcb_get_selection_owner_reply_t> reply(
+        xcb_get_selection_owner_reply(x11.get(), cookie, nullptr));
+    x11.drain();
+    return reply && reply->owner != XCB_NONE;
+}
 
 Subscription PortalAppearance::observe(std::function<void(const Appearance&)> changed)
 {

@@ -17,7 +17,11 @@ public:
 
     void setWish(const Appearance& newWish) { wish.set(newWish); }
 
+    bool canBlendWindows() const override { return canBlend; }
+    void setCanBlendWindows(bool isSo) { canBlend = isSo; }
+
 private:
+    bool canBlend = true;
     Property<Appearance> wish{};
 };
 
