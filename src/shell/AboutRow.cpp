@@ -4,6 +4,7 @@
 #include "pages/kit/Look.h"
 #include "pages/kit/Symbol.h"
 
+#include <QKeyEvent>
 #include <QPainter>
 
 namespace quillbrook {
@@ -22,13 +23,21 @@ AboutRow::AboutRow(QWidget* parent) : QAbstractButton(parent)
     setText("关于");
     setAccessibleName(text());
     setCheckable(true);
-    setFocusPolicy(Qt::TabFocus);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
 QSize AboutRow::sizeHint() const
 {
     return {120, kSymbolPixels + 2 * kEdgePadding};
+}
+
+void AboutRow::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down) {
+        event->ignore(); // the sidebar moves the selection
+    } else {
+        QAbstractButton::keyPressEvent(event);
+    }
 }
 
 void AboutRow::paintEvent(QPaintEvent*)

@@ -6,10 +6,10 @@
 #include "pages/views/PageTable.h"
 #include "shell/ShareScreenshotButton.h"
 #include "shell/Sidebar.h"
+#include "shell/SplitView.h"
 #include "shell/TitleBlock.h"
 
 #include <QHBoxLayout>
-#include <QSplitter>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
@@ -52,17 +52,9 @@ ContentView::ContentView(
     column->addWidget(new Line);
     column->addWidget(detail, 1);
 
-    auto* split = new QSplitter(Qt::Horizontal);
-    split->setChildrenCollapsible(false);
-    split->setHandleWidth(1);
-    split->addWidget(sidebar);
-    split->addWidget(main);
-    split->setStretchFactor(1, 1);
-    sidebar->lower(); // to be the first for screen readers; the splitter turns the order around
-    split->setSizes({Sidebar::kIdealWidth, Sidebar::kIdealWidth * 4});
     auto* whole = new QHBoxLayout(this);
     whole->setContentsMargins(0, 0, 0, 0);
-    whole->addWidget(split);
+    whole->addWidget(new SplitView(sidebar, main));
 
     connect(sidebar, &Sidebar::selected, this, [this](NavTab tab) {
         if (tab != this->provider.selectedTab.get()) {

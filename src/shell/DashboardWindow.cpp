@@ -1,11 +1,15 @@
 #include "shell/DashboardWindow.h"
 
+#include "pages/kit/ScrollKeys.h"
 #include "platform/UserDefaults.h"
 #include "platform/qt/QtText.h"
+#include "shell/WindowFrame.h"
 
+#include <QAbstractScrollArea>
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QScreen>
 #include <QStringList>
 
@@ -41,7 +45,6 @@ DashboardWindow::DashboardWindow(
 {
     setWindowTitle("Quillbrook");
     setObjectName("dashboard");
-    setMinimumSize(kSmallestSize);
     auto* whole = new QHBoxLayout(this);
     whole->setContentsMargins(0, 0, 0, 0);
     whole->addWidget(content);
@@ -61,7 +64,11 @@ void DashboardWindow::restoreFrame()
         frame = QRect(QPoint(), kFirstSize);
         frame.moveCenter(QGuiApplication::primaryScreen()->availableGeometry().center());
     }
-    setGeometry(frame);
+    const QScreen* screen = QGuiApplication::screenAt(frame.center());
+    const QRect room = roomForWindow(
+        (screen != nullptr ? screen : QGuiApplication::primaryScreen())->availableGeometry());
+    setMinimumSize(kSmallestSize.boundedTo(room.size()));
+    setGeometry(fittedInto(frame, room));
 }
 
 void DashboardWindow::saveFrame()
@@ -77,6 +84,21 @@ void DashboardWindow::saveFrame()
             .arg(frame.width())
             .arg(frame.height())
             .toStdString());
+}
+
+void DashboardWindow::keyPressEvent(QKeyEvent* event)
+{
+    // Nothing that has the focus wanted the key, so it is for what there is most of to scroll.
+    QAbstractScrollArea* largest = nullptr;
+    const auto surface = [](const QWidget& area) { return area.width() * area.height(); };
+    for (auto* area : findChildren<QAbstractScrollArea*>()) {
+        if (area->isVisible() && (largest == nullptr || surface(*area) > surface(*largest))) {
+            largest = area;
+        }
+    }
+    if (largest == nullptr || !scrollByKey(*largest, event->key())) {
+        QWidget::keyPressEvent(event);
+    }
 }
 
 void DashboardWindow::moveEvent(QMoveEvent* event)

@@ -22,6 +22,7 @@ public:
     QAccessible::Role accessibleRole() const override { return QAccessible::Window; }
 
 protected:
+    void keyPressEvent(QKeyEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void closeEvent(QCloseEvent* event) override;

@@ -13,6 +13,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
+#include <QScrollArea>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -26,6 +27,7 @@ namespace {
 constexpr int kListPadding = 10;
 constexpr int kHeaderIndent = 8;
 constexpr int kAboveHeader = 8;
+constexpr int kVersePadding = 8;
 
 QLabel* sectionHeader(const QString& text)
 {
@@ -34,38 +36,51 @@ QLabel* sectionHeader(const QString& text)
     return header;
 }
 
+/// Scrolls the rows where there is no room for them; the arrow keys are for the sidebar.
+class RowScroller final : public QScrollArea {
+protected:
+    void keyPressEvent(QKeyEvent* event) override { event->ignore(); }
+};
+
 } // namespace
 
-Sidebar::Sidebar(QWidget* parent) : QWidget(parent)
+Sidebar::Sidebar(QWidget* parent)
+    : QWidget(parent)
+    , scroller(new RowScroller)
+    , list(new QWidget)
+    , verse(new VerticalChineseText({"观自在菩萨", "行深般若波罗蜜多时", "墨川五蕴皆空"}))
 {
+    setAccessibleName("页面");
     setMinimumWidth(kMinimumWidth);
-    auto* list = new QVBoxLayout;
-    list->setContentsMargins(kListPadding, kListPadding, kListPadding, 0);
-    list->setSpacing(1);
+    auto* entries = new QVBoxLayout(list);
+    entries->setContentsMargins(kListPadding, kListPadding, kListPadding, 0);
+    entries->setSpacing(1);
     std::string_view section;
     for (const PageEntry& page : pageTable()) {
         if (page.section.empty()) {
             continue;
         }
         if (std::exchange(section, page.section) != page.section) {
-            list->addWidget(sectionHeader(toQString(page.section)));
+            entries->addWidget(sectionHeader(toQString(page.section)));
         }
-        addRow(
-            *list, page.tab, new SidebarRow(toQString(page.symbol), toQString(rawValue(page.tab))));
+        addRow(*entries, page.tab,
+            new SidebarRow(toQString(page.symbol), toQString(rawValue(page.tab))));
     }
-
-    auto* verse = new QHBoxLayout;
-    verse->setContentsMargins(12, 8, 12, 8);
-    verse->addStretch();
-    verse->addWidget(new VerticalChineseText({"观自在菩萨", "行深般若波罗蜜多时", "墨川五蕴皆空"}));
-    verse->addStretch();
+    entries->addStretch();
+    scroller->setWidget(list);
+    scroller->setWidgetResizable(true);
+    scroller->setFrameShape(QFrame::NoFrame);
+    scroller->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroller->setFocusPolicy(Qt::NoFocus);
+    scroller->viewport()->setAutoFillBackground(false);
+    list->setAutoFillBackground(false);
 
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
-    column->addLayout(list);
-    column->addStretch();
-    column->addLayout(verse);
+    column->addWidget(scroller, 1);
+    column->addWidget(verse, 0, Qt::AlignHCenter);
+    column->addSpacing(kVersePadding);
     column->addWidget(new Line);
     addRow(*column, NavTab::about, new AboutRow);
 }
@@ -83,8 +98,18 @@ void Sidebar::addRow(QVBoxLayout& column, NavTab tab, QAbstractButton* button)
 
 void Sidebar::setSelected(NavTab tab)
 {
+    const bool hasRow
+        = std::any_of(rows.begin(), rows.end(), [tab](const Row& row) { return row.tab == tab; });
+    const NavTab stop = hasRow ? tab : rows.first().tab; // of the Tab key
     for (const Row& row : rows) {
-        row.button->setChecked(row.tab == tab);
+        const bool isSelected = row.tab == tab;
+        row.button->setFocusPolicy(row.tab == stop ? Qt::TabFocus : Qt::NoFocus);
+        if (isSelected && !row.button->isChecked()) {
+            row.button->setChecked(true);
+            QAccessibleEvent selection(row.button, QAccessible::Selection);
+            QAccessible::updateAccessibility(&selection);
+        }
+        row.button->setChecked(isSelected);
     }
 }
 
@@ -93,13 +118,31 @@ void Sidebar::keyPressEvent(QKeyEvent* event)
     const int step = event->key() == Qt::Key_Down ? 1 : event->key() == Qt::Key_Up ? -1 : 0;
     const auto focused = std::find_if(
         rows.begin(), rows.end(), [](const Row& row) { return row.button->hasFocus(); });
-    const auto next = std::distance(rows.begin(), focused) + step;
-    if (step == 0 || focused == rows.end() || next < 0 || next >= rows.size()) {
+    if (step == 0 || focused == rows.end()) {
         QWidget::keyPressEvent(event);
         return;
     }
-    rows[next].button->setFocus(Qt::TabFocusReason);
-    emit selected(rows[next].tab);
+    const auto next = std::distance(rows.begin(), focused) + step;
+    if (next >= 0 && next < rows.size()) {
+        focusRow(*rows[next].button);
+        emit selected(rows[next].tab);
+    }
+}
+
+void Sidebar::focusRow(QAbstractButton& button)
+{
+    button.setFocus(Qt::TabFocusReason);
+    if (list->isAncestorOf(&button)) {
+        scroller->ensureWidgetVisible(&button, 0, kListPadding);
+    }
+}
+
+void Sidebar::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    const int about = rows.last().button->sizeHint().height();
+    const int needed = list->sizeHint().height() + verse->height() + 2 * kVersePadding + about;
+    verse->setVisible(height() >= needed);
 }
 
 void Sidebar::paintEvent(QPaintEvent*)

@@ -1,18 +1,20 @@
 #pragma once
 
+#include "pages/kit/Spoken.h"
 #include "report/Periods.h"
 
 #include <QList>
 #include <QWidget>
 
 class QAbstractButton;
+class QScrollArea;
 class QVBoxLayout;
 
 namespace quillbrook {
 
-/// The left column of the dashboard: the pages in their sections, a verse, and the way to the
-/// about page. The arrow keys walk through the pages.
-class Sidebar final : public QWidget {
+/// The left column of the dashboard: the pages in their sections, a verse where there is room, and
+/// the way to the about page. One stop of the Tab key; the arrow keys walk through the pages.
+class Sidebar final : public QWidget, public Spoken {
     Q_OBJECT
 
 public:
@@ -20,6 +22,8 @@ public:
     static constexpr int kIdealWidth = 220;
 
     explicit Sidebar(QWidget* parent = nullptr);
+
+    QAccessible::Role accessibleRole() const override { return QAccessible::List; }
 
     /// Marks the selected page, without a signal.
     void setSelected(NavTab tab);
@@ -30,6 +34,7 @@ signals:
 protected:
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     struct Row {
@@ -39,6 +44,11 @@ private:
 
     void addRow(QVBoxLayout& column, NavTab tab, QAbstractButton* button);
 
+    void focusRow(QAbstractButton& button);
+
+    QScrollArea* scroller;
+    QWidget* list;
+    QWidget* verse;
     QList<Row> rows{};
 };
 

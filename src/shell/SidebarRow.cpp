@@ -26,7 +26,6 @@ SidebarRow::SidebarRow(const QString& symbol, const QString& title, QWidget* par
     setText(title);
     setAccessibleName(title);
     setCheckable(true);
-    setFocusPolicy(Qt::TabFocus);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 

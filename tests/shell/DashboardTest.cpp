@@ -1,9 +1,15 @@
 #include "pages/kit/Chip.h"
+#include "pages/kit/ScrollPage.h"
 #include "pages/views/AppTreemap.h"
 #include "platform/virtual/VirtualApplication.h"
 #include "report/DataProvider.h"
+#include "shell/AboutRow.h"
 #include "shell/DashboardWindowController.h"
+#include "shell/Sidebar.h"
 #include "shell/SidebarRow.h"
+#include "shell/SplitView.h"
+#include "shell/WindowFrame.h"
+#include "support/AccessibleEvents.h"
 #include "support/Elements.h"
 #include "support/EngineFixture.h"
 #include "support/TemporaryDirectory.h"
@@ -11,6 +17,9 @@
 #include <QIcon>
 #include <QMenu>
 #include <QPixmap>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 
 #include <algorithm>
 
@@ -54,6 +63,12 @@ protected:
     {
         return std::make_unique<DashboardWindowController>(machine.platform(), application,
             [this](std::string_view page) { heartbeats.emplace_back(page); });
+    }
+
+    /// What the screen has room for.
+    static QRect room()
+    {
+        return roomForWindow(QGuiApplication::primaryScreen()->availableGeometry());
     }
 
     QWidget& window() { return *dashboard->shownWindow(); }
@@ -208,6 +223,105 @@ TEST_F(DashboardTest, WalksOnWithTheKeysFromTheRowThatWasClicked)
     EXPECT_EQ(window().focusWidget(), &row("Tokens"));
 }
 
+TEST_F(DashboardTest, WalksUpFromTheFootOfTheSidebar)
+{
+    show(NavTab::about);
+    auto& about = *window().findChild<AboutRow*>();
+    about.setFocus();
+    press(about, Qt::Key_Up);
+    EXPECT_EQ(provider().selectedTab.get(), NavTab::alerts);
+    EXPECT_EQ(window().focusWidget(), &row("Alerts"));
+    press(row("Alerts"), Qt::Key_Down);
+    EXPECT_EQ(provider().selectedTab.get(), NavTab::about);
+    press(about, Qt::Key_Down); // there is nothing behind the last
+    EXPECT_EQ(window().focusWidget(), &about);
+}
+
+TEST_F(DashboardTest, HasOneStopOfTheTabKeyInTheSidebar)
+{
+    const auto stops = [this] {
+        std::vector<std::string> names;
+        for (const auto* button :
+            window().findChild<Sidebar*>()->findChildren<QAbstractButton*>()) {
+            if ((button->focusPolicy() & Qt::TabFocus) != 0) {
+                names.push_back(button->text().toStdString());
+            }
+        }
+        return names;
+    };
+    show(NavTab::habit);
+    EXPECT_THAT(stops(), ElementsAre("Habit"));
+    provider().selectedTab.set(NavTab::about);
+    EXPECT_THAT(stops(), ElementsAre("关于"));
+    provider().selectedTab.set(NavTab::session); // which has no row
+    EXPECT_THAT(stops(), ElementsAre("Today"));
+}
+
+TEST_F(DashboardTest, LetsScreenReadersHearTheSelectedPage)
+{
+    show();
+    const AccessibleEvents events;
+    provider().selectedTab.set(NavTab::focus);
+    EXPECT_THAT(events.of(row("Focus")), Contains(QAccessible::Selection));
+    EXPECT_THAT(events.of(row("Past")), Not(Contains(QAccessible::Selection)));
+    EXPECT_TRUE(QAccessible::queryAccessibleInterface(&row("Focus"))->state().selected);
+}
+
+TEST_F(DashboardTest, ScrollsThePageByKeysWhereverTheFocusIs)
+{
+    show();
+    window().setMinimumSize(0, 0);
+    window().resize(window().width(), 300);
+    settle();
+    row("Today").setFocus();
+    const QScrollBar& bar = *window().findChild<ScrollPage*>()->verticalScrollBar();
+    ASSERT_GT(bar.maximum(), 0);
+    press(row("Today"), Qt::Key_PageDown);
+    EXPECT_GT(bar.value(), 0);
+    const int before = bar.value();
+    row("Today").clearFocus();
+    press(window(), Qt::Key_Up); // nothing has the focus
+    EXPECT_LT(bar.value(), before);
+}
+
+TEST_F(DashboardTest, LeavesSidebarAndPageTheirMinimum)
+{
+    show();
+    auto& split = *window().findChild<SplitView*>();
+    const auto& sidebar = *window().findChild<Sidebar*>();
+    EXPECT_EQ(sidebar.width(), Sidebar::kIdealWidth);
+    split.setSizes({5000, 0}); // the divider, dragged to the right
+    EXPECT_EQ(split.sizes()[1], SplitView::kPageMinimum);
+    split.setSizes({0, 5000});
+    EXPECT_EQ(sidebar.width(), Sidebar::kMinimumWidth);
+    split.setSizes({5000, 0});
+    window().resize(window().minimumWidth(), 560);
+    settle();
+    EXPECT_GE(split.sizes()[1], SplitView::kPageMinimum);
+}
+
+TEST_F(DashboardTest, KeepsEverythingReachableInATile)
+{
+    show();
+    window().setMinimumSize(0, 0); // which a tiling window manager doesn't heed
+    window().resize(423, 300);
+    settle();
+    const auto& sidebar = *window().findChild<Sidebar*>();
+    const auto& page = *window().findChild<ScrollPage*>();
+    EXPECT_GE(sidebar.width(), Sidebar::kMinimumWidth);
+    EXPECT_LE(page.mapTo(&window(), page.rect().topRight()).x(), 423);
+    EXPECT_EQ(
+        page.widget()->width(), page.viewport()->width() + page.horizontalScrollBar()->maximum());
+    EXPECT_GT(page.horizontalScrollBar()->maximum(), 0);
+    const auto& about = *window().findChild<AboutRow*>();
+    EXPECT_LE(about.mapTo(&window(), about.rect().bottomLeft()).y(), 300);
+    auto& list = *sidebar.findChild<QScrollArea*>();
+    EXPECT_GT(list.verticalScrollBar()->maximum(), 0);
+    row("Tokens").setFocus();
+    press(row("Tokens"), Qt::Key_Down);
+    EXPECT_FALSE(row("Alerts").visibleRegion().isEmpty());
+}
+
 TEST_F(DashboardTest, RefreshesWhenAPeriodChanges)
 {
     show();
@@ -262,12 +376,13 @@ TEST_F(DashboardTest, ShowsTheProgramWhileItIsOpen)
 TEST_F(DashboardTest, KeepsItsFrameFromRunToRun)
 {
     show();
-    EXPECT_EQ(window().size(), QSize(960, 680));
-    window().setGeometry(30, 40, 830, 570);
+    EXPECT_EQ(window().size(), room().size().boundedTo({960, 680}));
+    const QRect frame(room().topLeft() + QPoint(0, 4), window().minimumSize() + QSize(0, 10));
+    window().setGeometry(frame);
     window().close();
     restart();
     show();
-    EXPECT_EQ(window().geometry(), QRect(30, 40, 830, 570));
+    EXPECT_EQ(window().geometry(), frame);
 }
 
 TEST_F(DashboardTest, LeavesAFrameThatLiesOnNoScreen)
@@ -275,7 +390,8 @@ TEST_F(DashboardTest, LeavesAFrameThatLiesOnNoScreen)
     machine.userDefaults.setString("DashboardWindow-v2", "90000 40 960 680");
     show();
     EXPECT_LT(window().x(), 10000);
-    EXPECT_EQ(window().minimumSize(), QSize(820, 560));
+    EXPECT_EQ(window().minimumSize(), room().size().boundedTo({820, 560}));
+    EXPECT_TRUE(room().contains(window().geometry()));
 }
 
 TEST_F(DashboardTest, MovesAnApplicationToAnotherCategory)
