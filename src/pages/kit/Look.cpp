@@ -133,7 +133,8 @@ QString formOfQtsWidgets(bool isDark)
                           "QScrollBar::handle:vertical { min-height: 32px; }"
                           "QScrollBar::handle:horizontal { min-width: 32px; }"
                           "QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }"
-                          "QScrollBar::add-page, QScrollBar::sub-page { background: none; }")
+                          "QScrollBar::add-page, QScrollBar::sub-page { background: none; }"
+                          "QAbstractScrollArea::corner { background: transparent; }")
         .arg(back, edge, text, disabled)
         .arg(FormStyle::kToolTipRadius)
         .arg(FormStyle::kMenuRadius);
