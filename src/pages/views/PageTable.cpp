@@ -1,6 +1,7 @@
 #include "pages/views/PageTable.h"
 
 #include "base/Fatal.h"
+#include "pages/views/AlertsView.h"
 #include "pages/views/FocusView.h"
 #include "pages/views/HabitView.h"
 #include "pages/views/KeylogView.h"
@@ -35,7 +36,7 @@ constexpr std::array kPages = {
     PageEntry{NavTab::habit, "观照", "chart.bar.doc.horizontal", make<HabitView>},
     PageEntry{NavTab::focus, "观照", "scope", make<FocusView>},
     PageEntry{NavTab::keylog, "活动", "keyboard", make<KeylogView>},
-    PageEntry{NavTab::alerts, "活动", "exclamationmark.triangle", makePlaceholder<NavTab::alerts>},
+    PageEntry{NavTab::alerts, "活动", "exclamationmark.triangle", make<AlertsView>},
     PageEntry{NavTab::about, {}, "info.circle", makePlaceholder<NavTab::about>},
     PageEntry{NavTab::session, {}, "doc.text.magnifyingglass", makePlaceholder<NavTab::session>},
     PageEntry{NavTab::idles, {}, "doc.text.magnifyingglass", makePlaceholder<NavTab::idles>},
