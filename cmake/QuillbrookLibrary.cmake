@@ -1,5 +1,7 @@
 # One folder, one library. A folder sees only the folders that its DEPENDS names, and only the
 # Qt modules that its QT names; a folder without QT is plain C++ and SQLite.
+include(QuillbrookLayers)
+
 add_library(quillbrook_warnings INTERFACE)
 target_compile_options(quillbrook_warnings INTERFACE
   -Wall -Wextra -Wpedantic -Werror -Wnon-virtual-dtor -Woverloaded-virtual)
@@ -33,14 +35,17 @@ function(quillbrook_library name)
 
   cmake_path(RELATIVE_PATH CMAKE_CURRENT_SOURCE_DIR
     BASE_DIRECTORY ${PROJECT_SOURCE_DIR}/src OUTPUT_VARIABLE folder)
-  set_property(GLOBAL PROPERTY QUILLBROOK_FOLDER_OF_${name} ${folder})
   set(seen ${folder})
   foreach(dependency ${ARG_DEPENDS})
     get_property(its_folder GLOBAL PROPERTY QUILLBROOK_FOLDER_OF_${dependency})
     list(APPEND seen ${its_folder})
   endforeach()
-  list(JOIN seen " " line)
-  set_property(GLOBAL APPEND PROPERTY QUILLBROOK_LAYERS "${line}")
+  if(ARG_QT)
+    list(APPEND seen Qt)
+  endif()
+  set_property(GLOBAL PROPERTY QUILLBROOK_FOLDER_OF_${name} ${folder})
+  set_property(GLOBAL PROPERTY QUILLBROOK_SEEN_BY_${name} ${seen})
+  quillbrook_allow(src/${folder} ${seen})
 endfunction()
 
 # A program beside a library in the same folder: its sources see the folders of its own DEPENDS.
@@ -49,26 +54,11 @@ function(quillbrook_program name)
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE ${ARG_DEPENDS} quillbrook_warnings)
   cmake_path(RELATIVE_PATH CMAKE_CURRENT_SOURCE_DIR
-    BASE_DIRECTORY ${PROJECT_SOURCE_DIR}/src OUTPUT_VARIABLE folder)
-  set(seen "")
-  foreach(dependency ${ARG_DEPENDS})
-    get_property(its_folder GLOBAL PROPERTY QUILLBROOK_FOLDER_OF_${dependency})
-    list(APPEND seen ${its_folder})
-  endforeach()
-  list(JOIN seen " " line)
+    BASE_DIRECTORY ${PROJECT_SOURCE_DIR} OUTPUT_VARIABLE folder)
+  quillbrook_folders_of(seen ${ARG_DEPENDS})
   foreach(source ${ARG_SOURCES})
-    set_property(GLOBAL APPEND PROPERTY QUILLBROOK_LAYERS "${folder}/${source} ${line}")
+    quillbrook_allow(${folder}/${source} ${seen})
   endforeach()
-endfunction()
-
-# The test that no source file includes against the order of the folders.
-function(quillbrook_check_layers)
-  get_property(layers GLOBAL PROPERTY QUILLBROOK_LAYERS)
-  list(JOIN layers "\n" table)
-  file(WRITE ${PROJECT_BINARY_DIR}/layers.txt "${table}\n")
-  add_test(NAME layers COMMAND ${CMAKE_COMMAND}
-    -D ROOT=${PROJECT_SOURCE_DIR}/src -D LAYERS=${PROJECT_BINARY_DIR}/layers.txt
-    -P ${PROJECT_SOURCE_DIR}/cmake/CheckLayers.cmake)
 endfunction()
 
 # The test that each public header compiles by itself.

@@ -9,6 +9,7 @@ function(quillbrook_test name)
   target_link_libraries(${name} PRIVATE
     quillbrook_warnings ${ARG_DEPENDS} GTest::gmock GTest::gtest_main)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
+  quillbrook_allow_outside(${ARG_DEPENDS})
   if(ARG_LABELS)
     set(labels LABELS "${ARG_LABELS}")
   endif()

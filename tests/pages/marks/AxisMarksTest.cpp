@@ -1,6 +1,6 @@
 #include "pages/marks/AxisMarks.h"
 
-#include "PlainWidths.h"
+#include "tests/pages/marks/PlainWidths.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

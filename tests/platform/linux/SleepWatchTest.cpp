@@ -1,7 +1,7 @@
 #include "platform/linux/SleepWatch.h"
 
 #include "platform/linux/WatchedMainLoop.h"
-#include "tests/support/EngineFixture.h"
+#include "support/EngineFixture.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
