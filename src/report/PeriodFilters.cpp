@@ -125,7 +125,7 @@ std::string dateFilter(KeylogPeriod period, int zoneSeconds)
     // A zone west of Greenwich gives the modifier '+-18000 seconds', which SQLite refuses, so that
     // the page stays empty there. That is meant: the text is what other readers of the store use.
     const std::string zone = std::to_string(zoneSeconds);
-    const std::string sinceToday
+    std::string sinceToday
         = filled("timestamp >= strftime('%s', datetime('now', '+{} seconds', 'start of day')) - {}",
             {zone, zone});
     switch (period) {

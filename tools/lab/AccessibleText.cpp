@@ -46,6 +46,8 @@ QByteArray line(const QString& role, const QAccessibleInterface& element, QPoint
         + QByteArray::number(rect.width()) + ", " + QByteArray::number(rect.height()) + "]}\n";
 }
 
+// A tree, as deep as widgets are nested.
+// NOLINTNEXTLINE(misc-no-recursion)
 void append(QByteArray& lines, const QAccessibleInterface& element, QPoint origin)
 {
     if (element.state().invisible || element.role() == QAccessible::ScrollBar) {

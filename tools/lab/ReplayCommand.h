@@ -6,6 +6,6 @@
 namespace quillbrook::lab {
 
 /// Drives a real engine through a script on the virtual machine. The exit status.
-int replayCommand(const std::vector<std::string>& arguments);
+int replayCommand(const std::vector<std::string>& texts);
 
 } // namespace quillbrook::lab

@@ -73,7 +73,7 @@ private:
 
     QJsonObject readHeader()
     {
-        const QJsonObject header = readObject();
+        QJsonObject header = readObject();
         for (const QString& name : header.keys()) {
             if (!isHeaderMember(name)) {
                 fail("unknown header member '" + name + "'");

@@ -216,9 +216,11 @@ private:
 
     void writeKeys(double start, double end, const SeedApp& app)
     {
-        for (double minute = std::floor(start / 60) * 60 + 60; minute <= end; minute += 60) {
+        const auto last = static_cast<std::int64_t>(std::floor(end / 60));
+        for (auto minute = static_cast<std::int64_t>(std::floor(start / 60)) + 1; minute <= last;
+             ++minute) {
             if (chance.happens(0.4)) {
-                keys.add(minute)
+                keys.add(static_cast<double>(minute * 60))
                     .add(app.name)
                     .add(kMethods[chance.below(kMethods.size())])
                     .add(static_cast<std::int64_t>(5 + chance.below(240)))

@@ -49,7 +49,7 @@ std::string quotedArgument(std::string_view program)
         if (c == '"' || c == '`' || c == '$') {
             quoted += "\\\\"; // a backslash for the quotes, doubled for the file
         } else if (c == '\\') {
-            quoted += "\\\\\\";
+            quoted += R"(\\\)";
         } else if (c == '%') {
             quoted += '%';
         }

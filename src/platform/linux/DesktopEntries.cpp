@@ -164,6 +164,8 @@ void DesktopEntries::readAll()
     }
 }
 
+// As deep as the folders, with a bound.
+// NOLINTNEXTLINE(misc-no-recursion)
 void DesktopEntries::readDirectory(
     const fs::path& directory, const std::string& idPrefix, int depth, std::set<fs::path>& visited)
 {

@@ -3,13 +3,14 @@
 #include "base/Text.h"
 
 #include <algorithm>
+#include <array>
 #include <string>
 
 namespace quillbrook {
 
 namespace {
 
-constexpr KnownApplication kKnownApplications[] = {
+constexpr auto kKnownApplications = std::to_array<KnownApplication>({
     {"abiword", "com.microsoft.Word.abiword"},
     {"aisleriot", "com.ea.origin.aisleriot"},
     {"alacritty", "com.apple.Terminal.alacritty"},
@@ -319,7 +320,7 @@ constexpr KnownApplication kKnownApplications[] = {
     {"yakuake", "com.apple.Terminal.yakuake"},
     {"zim", "com.apple.Notes.zim"},
     {"zoom", "us.zoom.xos"},
-};
+});
 
 /// Applications whose windows have ids of a common beginning.
 struct KnownFamily {
@@ -328,12 +329,12 @@ struct KnownFamily {
     bool isOneApplication; // else the rest of the id tells its members apart
 };
 
-constexpr KnownFamily kKnownFamilies[] = {
+constexpr auto kKnownFamilies = std::to_array<KnownFamily>({
     {"gimp-", "com.adobe.Photoshop.gimp", true}, // and the version
     {"minecraft ", "com.mojang.minecraft", true}, // and the version
     {"minecraft* ", "com.mojang.minecraft", true}, // one that was modified
     {"steam_app_", "com.valvesoftware.steam.app.", false}, // and the number of the game
-};
+});
 
 std::string ofFamily(std::string_view lowerId)
 {
@@ -360,7 +361,7 @@ std::string knownBundleIdentifier(std::string_view linuxId)
     const std::string sought = asciiLowered(linuxId);
     const auto* found = std::ranges::lower_bound(
         kKnownApplications, std::string_view(sought), {}, &KnownApplication::linuxId);
-    if (found == std::end(kKnownApplications) || found->linuxId != sought) {
+    if (found == kKnownApplications.end() || found->linuxId != sought) {
         return ofFamily(sought);
     }
     return std::string(found->bundleIdentifier);

@@ -38,6 +38,8 @@ void dropPages(std::string_view line)
         return;
     }
     if (std::from_chars(first.ptr + 1, last, end, 16).ec == std::errc() && begin < end) {
+        // The kernel tells addresses as text.
+        // NOLINTNEXTLINE(performance-no-int-to-ptr)
         madvise(reinterpret_cast<void*>(begin), end - begin, MADV_DONTNEED);
     }
 }

@@ -5,6 +5,7 @@
 
 #include <unistd.h>
 
+#include <array>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
@@ -46,8 +47,8 @@ std::optional<SwapFigures> ProcKernelFigures::swap() const
 
 LoadAvg ProcKernelFigures::loadAverages() const
 {
-    double averages[3] = {};
-    if (getloadavg(averages, 3) != 3) {
+    std::array<double, 3> averages{};
+    if (getloadavg(averages.data(), 3) != 3) {
         return {};
     }
     return {.oneMinute = averages[0], .fiveMinutes = averages[1], .fifteenMinutes = averages[2]};

@@ -25,6 +25,17 @@ bool isCapable(X11Connection& x11)
     return reply && reply->capable != 0;
 }
 
+bool isOff(X11Connection& x11)
+{
+    if (!x11.isUsable()) {
+        return false;
+    }
+    const XcbReply<xcb_dpms_info_reply_t> reply(
+        xcb_dpms_info_reply(x11.get(), xcb_dpms_info(x11.get()), nullptr));
+    x11.drain();
+    return reply && reply->state != 0 && reply->power_level != XCB_DPMS_DPMS_MODE_ON;
+}
+
 } // namespace
 
 X11Dpms::X11Dpms(X11Connection& x11, MainLoop& mainLoop, std::function<void(bool)> changed)
@@ -38,17 +49,6 @@ X11Dpms::X11Dpms(X11Connection& x11, MainLoop& mainLoop, std::function<void(bool
             changed(isOffNow);
         }
     });
-}
-
-bool X11Dpms::isOff(X11Connection& x11) const
-{
-    if (!x11.isUsable()) {
-        return false;
-    }
-    const XcbReply<xcb_dpms_info_reply_t> reply(
-        xcb_dpms_info_reply(x11.get(), xcb_dpms_info(x11.get()), nullptr));
-    x11.drain();
-    return reply && reply->state != 0 && reply->power_level != XCB_DPMS_DPMS_MODE_ON;
 }
 
 } // namespace quillbrook

@@ -15,8 +15,6 @@ public:
     X11Dpms(X11Connection& x11, MainLoop& mainLoop, std::function<void(bool)> changed);
 
 private:
-    bool isOff(X11Connection& x11) const;
-
     bool wasOff = false;
 };
 
