@@ -22,6 +22,13 @@ bool hasInfinity(sqlite3* db, std::string_view table, std::string_view column)
     return query.next() && query.integer(query.column("found")).value_or(0) != 0;
 }
 
+std::string soundSessionTimes(sqlite3* db)
+{
+    const bool areSound = !hasInfinity(db, "app_sessions", "started_at")
+        && !hasInfinity(db, "app_sessions", "ended_at");
+    return areSound ? "" : " AND started_at * 0 = 0 AND (ended_at IS NULL OR ended_at * 0 = 0)";
+}
+
 } // namespace
 
 NarrowedTable::NarrowedTable(sqlite3* db, std::string_view table, std::string_view condition)
@@ -42,12 +49,12 @@ NarrowedTable::~NarrowedTable()
 
 std::string soundSessions(sqlite3* db)
 {
-    std::string condition = "duration_sec * 0 = 0";
-    if (hasInfinity(db, "app_sessions", "started_at")
-        || hasInfinity(db, "app_sessions", "ended_at")) {
-        condition += " AND started_at * 0 = 0 AND (ended_at IS NULL OR ended_at * 0 = 0)";
-    }
-    return condition;
+    return "duration_sec * 0 = 0" + soundSessionTimes(db);
+}
+
+std::string soundLongSessions(sqlite3* db)
+{
+    return "duration_sec IS NOT 9e999" + soundSessionTimes(db);
 }
 
 std::string soundTimes(sqlite3* db, std::string_view table, std::string_view column)

@@ -30,6 +30,9 @@ private:
 /// Sessions whose times and length are finite.
 std::string soundSessions(sqlite3* db);
 
+/// The same for statements that ask for a length above 0 themselves, which costs them less.
+std::string soundLongSessions(sqlite3* db);
+
 /// Rows whose time is finite.
 std::string soundTimes(sqlite3* db, std::string_view table, std::string_view column);
 

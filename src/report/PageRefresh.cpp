@@ -81,7 +81,7 @@ void readFocus(
     DashboardData& data, sqlite3* db, const Platform& platform, const RefreshContext& ctx)
 {
     {
-        const NarrowedTable sound(db, "app_sessions", soundSessions(db));
+        const NarrowedTable sound(db, "app_sessions", soundLongSessions(db));
         data.focusHours = queryFocusHours(db, ctx.focusPeriod, platform.clock.now());
         data.durationBuckets = queryDurationBuckets(db, ctx.focusPeriod);
     }
