@@ -1,11 +1,11 @@
 #include "pages/kit/TextDrawing.h"
 
 #include <QFontMetricsF>
+#include <QGlyphRun>
 #include <QLabel>
 #include <QPainter>
-#include <QPainterPath>
-#include <QPen>
 #include <QTextDocument>
+#include <QTextLayout>
 
 #include <algorithm>
 #include <array>
@@ -15,13 +15,13 @@ namespace quillbrook {
 
 namespace {
 
-/// A soft dark rim in two layers, the wider one weaker. Together they keep white letters at three
-/// to one against the lightest of our colours.
-struct Rim {
-    double width; // on both sides of the outline together
-    double opacity;
-};
-constexpr std::array kRims = {Rim{4, 0.12}, Rim{2.2, 0.36}};
+/// How strong one of the eight copies is that make up the dark rim of a label. Beside a letter
+/// three or four of them lie on each other, and keep white at three to one against the lightest of
+/// our colours.
+constexpr double kRimOpacity = 0.2;
+constexpr std::array kRimOffsets = {QPointF(-1, 0), QPointF(1, 0), QPointF(0, -1), QPointF(0, 1),
+    QPointF(-0.7, -0.7), QPointF(0.7, -0.7), QPointF(-0.7, 0.7), QPointF(0.7, 0.7)};
+
 constexpr double kTolerance = 0.5; // a text in a place of its own width is not elided
 
 QFont fittingFont(const QString& text, const QFont& font, double width, double minimumScale)
@@ -83,17 +83,24 @@ void drawTextOnColor(QPainter& painter, const QRectF& rect, Qt::AlignmentFlag al
     const QString& text, const QFont& font, double opacity)
 {
     const PlacedLine line = placed(rect, alignment, text, font, 1);
-    QPainterPath letters;
-    letters.addText(line.base, line.font, line.text);
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    for (const Rim& rim : kRims) {
-        const QColor dark = QColor::fromRgbF(0, 0, 0, static_cast<float>(rim.opacity));
-        painter.strokePath(
-            letters, QPen(dark, rim.width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    // Shaped once and drawn nine times, which costs a fraction of an outline that is stroked.
+    QTextLayout layout(line.text, line.font);
+    layout.beginLayout();
+    QTextLine whole = layout.createLine();
+    whole.setNumColumns(static_cast<int>(line.text.size()));
+    layout.endLayout();
+    const QPointF origin = line.base - QPointF(0, whole.ascent());
+    const QList<QGlyphRun> letters = layout.glyphRuns();
+    const auto draw = [&](QPointF offset, const QColor& color) {
+        painter.setPen(color);
+        for (const QGlyphRun& run : letters) {
+            painter.drawGlyphRun(origin + offset, run);
+        }
+    };
+    for (const QPointF& offset : kRimOffsets) {
+        draw(offset, QColor::fromRgbF(0, 0, 0, static_cast<float>(kRimOpacity)));
     }
-    painter.restore();
-    drawPlaced(painter, line, QColor::fromRgbF(1, 1, 1, static_cast<float>(opacity)));
+    draw({}, QColor::fromRgbF(1, 1, 1, static_cast<float>(opacity)));
 }
 
 QString plainToolTip(const QString& text)

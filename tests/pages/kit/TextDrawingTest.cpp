@@ -113,6 +113,24 @@ TEST(DrawTextOnColor, CanBeReadOnEveryColor)
     Look::apply(false, std::nullopt);
 }
 
+TEST(DrawTextOnColor, PutsItsLettersWherePlainOnesStand)
+{
+    const QFont font = Look::systemFont(10, QFont::DemiBold);
+    const auto onBlack = [&](bool isOnColor) {
+        QImage image(120, 20, QImage::Format_RGB32);
+        image.fill(Qt::black); // on which a dark rim can't be seen
+        QPainter painter(&image);
+        if (isOnColor) {
+            drawTextOnColor(painter, QRectF(0, 0, 120, 20), Qt::AlignHCenter, "Mail 邮件", font);
+        } else {
+            drawShrunkText(
+                painter, QRectF(0, 0, 120, 20), Qt::AlignHCenter, "Mail 邮件", font, Qt::white);
+        }
+        return image;
+    };
+    EXPECT_EQ(onBlack(true), onBlack(false));
+}
+
 TEST(PlainToolTip, ShowsWhatLooksLikeMarkupAsItStands)
 {
     EXPECT_EQ(plainToolTip("Mail — a < b"), "Mail — a < b");
