@@ -2,6 +2,7 @@
 
 #include "lab/AccessibleText.h"
 #include "lab/Arguments.h"
+#include "lab/PeriodOption.h"
 #include "lab/ZoneOption.h"
 #include "pages/figures/TimelineFigures.h"
 #include "pages/kit/AccessibleViews.h"
@@ -103,23 +104,6 @@ QJsonObject defaultsOf(const Arguments& arguments)
     return document.object();
 }
 
-/// Whether a tab has a period of that label.
-bool hasPeriod(NavTab tab, const std::string& label)
-{
-    bool isFound = false;
-    RefreshContext sample;
-    withPeriod(sample, tab,
-        [&]<typename Period>(Period&) { isFound = fromRawValue<Period>(label).has_value(); });
-    return isFound;
-}
-
-void choosePeriod(DataProvider& provider, NavTab tab, const std::string& label)
-{
-    withPeriod(provider, tab, [&]<typename Period>(Property<Period>& period) {
-        period.set(*fromRawValue<Period>(label));
-    });
-}
-
 Request requestOf(const Arguments& arguments)
 {
     Request request;
@@ -128,10 +112,7 @@ Request requestOf(const Arguments& arguments)
         arguments.reject("--tab", "there is no page '" + arguments.required("--tab") + "'");
     }
     request.tab = *tab;
-    request.period = arguments.option("--period");
-    if (request.period && !hasPeriod(request.tab, *request.period)) {
-        arguments.reject("--period", "the page has no period '" + *request.period + "'");
-    }
+    request.period = periodOption(arguments, request.tab);
     if (arguments.option("--csv") && request.tab != NavTab::today) {
         arguments.reject("--csv", "only Today has a timeline");
     }

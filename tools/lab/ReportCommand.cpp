@@ -2,6 +2,7 @@
 
 #include "base/WholeNumber.h"
 #include "lab/Arguments.h"
+#include "lab/PeriodOption.h"
 #include "lab/RecordJson.h"
 #include "lab/ZoneOption.h"
 #include "platform/qt/SystemClock.h"
@@ -28,42 +29,6 @@ Refreshes one page of the dashboard and prints the published record as a JSON ob
   --zone SECONDS   how far the computer's zone is ahead of UTC; default: 28800
   --boot T|null    when the kernel was booted, null when it can't be told; default: 0
 )";
-
-template <typename T>
-void choose(const Arguments& arguments, const std::string& label, Property<T>& period)
-{
-    const auto chosen = fromRawValue<T>(label);
-    if (!chosen) {
-        arguments.reject("--period", "the page has no period '" + label + "'");
-    }
-    period.set(*chosen);
-}
-
-void choosePeriod(const Arguments& arguments, const std::string& label, DataProvider& provider)
-{
-    switch (provider.selectedTab.get()) {
-    case NavTab::today:
-        return choose(arguments, label, provider.todayPeriod);
-    case NavTab::history:
-        return choose(arguments, label, provider.historyPeriod);
-    case NavTab::habit:
-        return choose(arguments, label, provider.habitPeriod);
-    case NavTab::keylog:
-        return choose(arguments, label, provider.keylogPeriod);
-    case NavTab::alerts:
-        return choose(arguments, label, provider.alertsPeriod);
-    case NavTab::session:
-        return choose(arguments, label, provider.sessionsPeriod);
-    case NavTab::idles:
-        return choose(arguments, label, provider.idlesPeriod);
-    case NavTab::focus:
-        return choose(arguments, label, provider.focusPeriod);
-    case NavTab::about:
-    case NavTab::life:
-        break;
-    }
-    arguments.reject("--period", "the page has no periods");
-}
 
 std::optional<std::int64_t> bootTime(const Arguments& arguments)
 {
@@ -100,8 +65,8 @@ int reportCommand(const std::vector<std::string>& texts)
     DataProvider provider(machine.platform());
     machine.mainLoop.clear(); // the refresh that a provider begins with
     provider.selectedTab.set(tab);
-    if (const auto label = arguments.option("--period")) {
-        choosePeriod(arguments, *label, provider);
+    if (const auto label = periodOption(arguments, tab)) {
+        choosePeriod(provider, tab, *label);
     }
     provider.refresh();
     machine.runFor(0);
