@@ -135,5 +135,13 @@ TEST_F(QtPlatformTest, TextIsComparedWithoutCase)
     EXPECT_FALSE(QtLocaleText().containsIgnoringCase("Quill brook", "Quillbrook"));
 }
 
+TEST_F(QtPlatformTest, TextIsOrderedWithoutCase)
+{
+    EXPECT_LT(QtLocaleText().compareIgnoringCase("alpha", "Beta"), 0);
+    EXPECT_GT(QtLocaleText().compareIgnoringCase("Zeta", "beta"), 0);
+    EXPECT_EQ(QtLocaleText().compareIgnoringCase("ÉDITEUR", "éditeur"), 0);
+    EXPECT_LT(QtLocaleText().compareIgnoringCase("Mail", "Mailbox"), 0);
+}
+
 } // namespace
 } // namespace quillbrook

@@ -102,6 +102,14 @@ TEST_F(VirtualMachineTest, TextIsComparedWithoutCase)
     EXPECT_FALSE(machine.localeText.containsIgnoringCase("login window", "loginwindow"));
 }
 
+TEST_F(VirtualMachineTest, TextIsOrderedWithoutCase)
+{
+    EXPECT_LT(machine.localeText.compareIgnoringCase("alpha", "Beta"), 0);
+    EXPECT_GT(machine.localeText.compareIgnoringCase("Zeta", "beta"), 0);
+    EXPECT_EQ(machine.localeText.compareIgnoringCase("ÉDITEUR", "éditeur"), 0);
+    EXPECT_LT(machine.localeText.compareIgnoringCase("Mail", "Mailbox"), 0);
+}
+
 TEST_F(VirtualMachineTest, WorkRunsOnTheMainLoop)
 {
     std::vector<int> done;

@@ -50,6 +50,11 @@ bool VirtualLocaleText::containsIgnoringCase(std::string_view text, std::string_
     return folded(text).find(folded(part)) != std::u32string::npos;
 }
 
+int VirtualLocaleText::compareIgnoringCase(std::string_view left, std::string_view right) const
+{
+    return folded(left).compare(folded(right));
+}
+
 std::string VirtualLocaleText::groupedNumber(std::int64_t number) const
 {
     std::string text = std::to_string(number);
