@@ -1,7 +1,10 @@
 #include "pages/kit/AccessibleViews.h"
 
+#include "pages/kit/AccessibleMarkList.h"
 #include "pages/kit/Convert.h"
+#include "pages/kit/MarkList.h"
 #include "pages/kit/MarkView.h"
+#include "pages/kit/PaintedChildren.h"
 #include "pages/kit/Spoken.h"
 
 #include <QAbstractButton>
@@ -10,7 +13,6 @@
 #include <QWindow>
 
 #include <algorithm>
-#include <map>
 
 namespace quillbrook {
 
@@ -68,10 +70,7 @@ public:
     QAccessible::Role role() const override
     {
         const Mark* present = mark();
-        if (present == nullptr || present->role == MarkRole::text) {
-            return QAccessible::StaticText;
-        }
-        return present->role == MarkRole::cell ? QAccessible::Cell : QAccessible::Indicator;
+        return present == nullptr ? QAccessible::StaticText : accessibleRole(present->role);
     }
 
     QAccessible::State state() const override
@@ -105,13 +104,6 @@ class AccessibleMarkView final : public QAccessibleWidget {
 public:
     explicit AccessibleMarkView(MarkView* view) : QAccessibleWidget(view, QAccessible::Grouping) {}
 
-    ~AccessibleMarkView() override
-    {
-        for (const auto& [place, id] : children) {
-            QAccessible::deleteAccessibleInterface(id);
-        }
-    }
-
     int childCount() const override { return static_cast<int>(view()->spokenMarks().size()); }
 
     QAccessibleInterface* child(int index) const override
@@ -119,13 +111,7 @@ public:
         if (index < 0 || index >= childCount()) {
             return nullptr;
         }
-        auto found = children.find(index);
-        if (found == children.end()) {
-            const auto id = QAccessible::registerAccessibleInterface(
-                new AccessibleMark(view(), index)); // owned by the registry
-            found = children.emplace(index, id).first;
-        }
-        return QAccessible::accessibleInterface(found->second);
+        return children.at(index, [&] { return new AccessibleMark(view(), index); });
     }
 
     QAccessibleInterface* childAt(int x, int y) const override
@@ -151,16 +137,13 @@ public:
 
     int indexOfChild(const QAccessibleInterface* item) const override
     {
-        const auto found = std::find_if(children.begin(), children.end(), [&](const auto& entry) {
-            return QAccessible::accessibleInterface(entry.second) == item;
-        });
-        return found == children.end() ? -1 : found->first;
+        return children.placeOf(item);
     }
 
 private:
     MarkView* view() const { return static_cast<MarkView*>(object()); }
 
-    mutable std::map<int, QAccessible::Id> children{};
+    mutable PaintedChildren children{};
 };
 
 /// A widget that says itself what it is; a button among them can be pressed.
@@ -225,6 +208,9 @@ QAccessibleInterface* interfaceFor(const QString&, QObject* object)
 {
     if (auto* view = qobject_cast<MarkView*>(object)) {
         return new AccessibleMarkView(view);
+    }
+    if (auto* list = qobject_cast<MarkList*>(object)) {
+        return new AccessibleMarkList(list);
     }
     if (const auto* spoken = dynamic_cast<const Spoken*>(object)) {
         return new AccessibleSpoken(qobject_cast<QWidget*>(object), *spoken);

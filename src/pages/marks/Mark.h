@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -76,7 +77,12 @@ enum class MarkRole : std::uint8_t {
     text,
     mark, // a bar, block, point or sector of a chart
     cell, // a rectangle of a treemap or of a grid
+    row, // an entry of a list, which can be pressed
+    button,
 };
+
+/// The value of a button that bears the mark of being chosen.
+constexpr std::string_view kCheckedValue = "checked";
 
 /// One thing of a picture: what is painted, what a screen reader finds, what a hover tells and
 /// what a click hits. The order of a picture's marks is that of drawing and of reading.
