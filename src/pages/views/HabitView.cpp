@@ -8,6 +8,7 @@
 #include "pages/kit/PageHead.h"
 #include "pages/kit/PageTitle.h"
 #include "pages/kit/Section.h"
+#include "pages/views/AppCategorySheet.h"
 #include "pages/views/PeriodPicker.h"
 #include "report/DataProvider.h"
 
@@ -50,7 +51,7 @@ HabitView::HabitView(const PageTools& tools, QWidget* parent)
     auto* head = new PageHead(new PageTitle("Habits Shape Us", PageTitle::Design::serif));
     head->add(new PeriodPicker(tools.provider, NavTab::habit, kPickerWidth));
     auto* tag = new IconButton("tag", kTagPixels, "管理App分类");
-    connect(tag, &IconButton::clicked, this, [&provider = tools.provider] { provider.refresh(); });
+    connect(tag, &IconButton::clicked, this, [this, tools] { manageCategories(tools); });
     head->add(tag);
 
     treemap->setPictureHeight(kTreemapHeight);
@@ -63,6 +64,14 @@ HabitView::HabitView(const PageTools& tools, QWidget* parent)
     column()->addWidget(new Motto("What you do today shapes who you become tomorrow"));
     column()->addStretch();
     showTrend(tools.provider.categoryTrend.get());
+}
+
+void HabitView::manageCategories(const PageTools& tools)
+{
+    auto* sheet = new AppCategorySheet(tools.platform, this);
+    sheet->setAttribute(Qt::WA_DeleteOnClose);
+    connect(sheet, &QDialog::finished, this, [&provider = tools.provider] { provider.refresh(); });
+    sheet->open();
 }
 
 QWidget* HabitView::makeCharts()

@@ -20,6 +20,7 @@ public:
     void show(const DashboardData& data) override;
 
 private:
+    void manageCategories(const PageTools& tools);
     QWidget* makeCharts();
     void showTrend(const std::vector<CategoryTrendPoint>& points);
 
