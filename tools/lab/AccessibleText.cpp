@@ -14,8 +14,10 @@ QString roleName(QAccessible::Role role)
 {
     switch (role) {
     case QAccessible::Window:
+    case QAccessible::Dialog:
         return "window";
     case QAccessible::StaticText:
+    case QAccessible::EditableText:
         return "text";
     case QAccessible::Button:
         return "button";
@@ -70,9 +72,14 @@ void append(QByteArray& lines, const QAccessibleInterface& element, QPoint origi
 
 QByteArray accessibleText(QWidget& window)
 {
+    return accessibleText(window, window);
+}
+
+QByteArray accessibleText(QWidget& window, const QWidget& base)
+{
     QByteArray lines;
     if (const auto* root = QAccessible::queryAccessibleInterface(&window)) {
-        append(lines, *root, window.mapToGlobal(QPoint(0, 0)));
+        append(lines, *root, base.mapToGlobal(QPoint(0, 0)));
     }
     return lines;
 }

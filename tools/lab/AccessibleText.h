@@ -10,4 +10,7 @@ namespace quillbrook::lab {
 /// rect, for every element with a name or a value.
 QByteArray accessibleText(QWidget& window);
 
+/// The same of a window over another one, whose coordinates the places are told in.
+QByteArray accessibleText(QWidget& window, const QWidget& base);
+
 } // namespace quillbrook::lab

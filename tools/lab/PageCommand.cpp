@@ -2,13 +2,12 @@
 
 #include "lab/AccessibleText.h"
 #include "lab/Arguments.h"
+#include "lab/CategoriesPage.h"
+#include "lab/OffscreenQt.h"
 #include "lab/PeriodOption.h"
 #include "lab/ZoneOption.h"
 #include "pages/figures/TimelineFigures.h"
-#include "pages/kit/AccessibleViews.h"
-#include "pages/kit/Look.h"
 #include "platform/qt/QtText.h"
-#include "platform/qt/SystemClock.h"
 #include "platform/virtual/VirtualApplication.h"
 #include "platform/virtual/VirtualMachine.h"
 #include "report/DataProvider.h"
@@ -18,7 +17,6 @@
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QPixmap>
 #include <QScrollArea>
 #include <QScrollBar>
 
@@ -34,6 +32,8 @@ constexpr std::string_view kUsage
     = R"(usage: quillbrook-lab page --data DIR --tab TAB [--period LABEL] [--now T] [--zone SECONDS]
                            [--size WxH] [--scale F] [--dark] [--full] [--defaults FILE]
                            [--png FILE] [--text FILE] [--csv FILE]
+       quillbrook-lab page --data DIR --tab Categories [--search TEXT] [--pick NAME [--choose LABEL]]
+                           [--now T] [--scale F] [--dark] [--png FILE] [--text FILE]
 
 Opens the dashboard off screen on a page, waits for its data, and writes what is to be seen.
 
@@ -50,11 +50,17 @@ Opens the dashboard off screen on a page, waits for its data, and writes what is
   --png FILE       receives a picture of the window
   --text FILE      receives what a screen reader finds, a JSON line for each element
   --csv FILE       receives the timeline as CSV; with Today only
+
+Categories is the sheet over Habit in which applications get their categories, in its own size.
+
+  --search TEXT    types it into the search field
+  --pick NAME      presses the first entry of that name
+  --choose LABEL   presses that category, or 恢复系统默认
 )";
 
 const Syntax kSyntax{.usage = kUsage,
     .options = {"--data", "--tab", "--period", "--now", "--zone", "--size", "--scale", "--defaults",
-        "--png", "--text", "--csv"},
+        "--png", "--text", "--csv", "--search", "--pick", "--choose"},
     .flags = {"--dark", "--full"},
     .required = {"--data", "--tab"}};
 
@@ -67,7 +73,6 @@ struct Request {
     double now = 0;
     int zone = 0; // seconds ahead of UTC
     QSize size = kDefaultSize;
-    double scale = 1;
     QJsonObject defaults{};
 };
 
@@ -123,12 +128,13 @@ Request requestOf(const Arguments& arguments)
         }
         request.size = *size;
     }
-    request.now = arguments.number("--now").value_or(SystemClock().now());
-    request.zone = zoneSeconds(arguments);
-    request.scale = arguments.number("--scale").value_or(1);
-    if (request.scale < 0.5 || request.scale > 8) {
-        arguments.reject("--scale", "the scale must lie between 0.5 and 8");
+    for (const char* name : {"--search", "--pick", "--choose"}) {
+        if (arguments.option(name)) {
+            arguments.reject(name, "only Categories lists applications");
+        }
     }
+    request.now = nowOf(arguments);
+    request.zone = zoneSeconds(arguments);
     request.defaults = defaultsOf(arguments);
     return request;
 }
@@ -168,32 +174,14 @@ int hiddenHeight(const QWidget& window)
     return hidden;
 }
 
-bool writeFile(const std::string& path, const QByteArray& content)
-{
-    QFile file(QString::fromStdString(path));
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
-}
-
 /// Writes the files that were asked for. Ends the program when one can't be written.
 void writeResults(const Arguments& arguments, QWidget& window, const DataProvider& provider)
 {
-    if (const auto path = arguments.option("--png")) {
-        if (!window.grab().save(QString::fromStdString(*path), "PNG")) {
-            arguments.reject("--png", "'" + *path + "' can't be written");
-        }
-    }
-    if (const auto path = arguments.option("--text")) {
-        if (!writeFile(*path, accessibleText(window))) {
-            arguments.reject("--text", "'" + *path + "' can't be written");
-        }
-    }
-    if (const auto path = arguments.option("--csv")) {
-        const auto& data = provider.data.get();
-        const std::string csv = data ? generateCSV(data->hourlyTimeline) : generateCSV({});
-        if (!writeFile(*path, QByteArray::fromStdString(csv))) {
-            arguments.reject("--csv", "'" + *path + "' can't be written");
-        }
-    }
+    writePicture(arguments, window.grab());
+    writeText(arguments, "--text", accessibleText(window));
+    const auto& data = provider.data.get();
+    const auto timeline = data ? data->hourlyTimeline : std::vector<HourlyTimelineEntry>();
+    writeText(arguments, "--csv", QByteArray::fromStdString(generateCSV(timeline)));
 }
 
 } // namespace
@@ -201,20 +189,12 @@ void writeResults(const Arguments& arguments, QWidget& window, const DataProvide
 int pageCommand(const std::vector<std::string>& texts)
 {
     const Arguments arguments(kSyntax, texts);
+    if (arguments.required("--tab") == "Categories") {
+        return categoriesPage(arguments);
+    }
     const Request request = requestOf(arguments);
 
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("QT_LOGGING_RULES", "*.warning=false"); // it warns of all that it can't do
-    qputenv("QT_SCALE_FACTOR", QByteArray::number(request.scale));
-    QApplication::setHighDpiScaleFactorRoundingPolicy(
-        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
-    int count = 1;
-    char name[] = "quillbrook-lab";
-    char* values[] = {name, nullptr};
-    const QApplication qtApplication(count, values);
-    installAccessibleViews();
-    Look::apply(arguments.flag("--dark"), std::nullopt);
-
+    const OffscreenQt qt(arguments);
     VirtualMachine machine(arguments.required("--data"), request.now);
     machine.timeZone.setSecondsFromUtc(request.zone);
     setDefaults(machine.userDefaults, request.defaults);
