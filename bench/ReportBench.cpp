@@ -1,5 +1,6 @@
 #include "base/Fatal.h"
 #include "base/Sqlite.h"
+#include "categories/AppCategoryList.h"
 #include "categories/CategoryStore.h"
 #include "engine/MonitorEngine.h"
 #include "lab/SeedHistory.h"
@@ -210,6 +211,17 @@ void trend(benchmark::State& state, StoreSize size)
     });
 }
 
+/// The list of all applications, under which the window stands still meanwhile.
+void appCategoryList(benchmark::State& state, StoreSize size)
+{
+    SeededStore& store = SeededStore::ofSize(size);
+    compare(state, store, [&store] {
+        AppCategoryList list(store.platform());
+        list.loadData();
+        benchmark::DoNotOptimize(list.apps().size());
+    });
+}
+
 /// The daily averages' statement as it stands, without the narrowed history.
 void dailyAveragesOfAllHistory(benchmark::State& state, StoreSize size)
 {
@@ -271,6 +283,7 @@ bool addAll()
                 add(place + std::string(page.name), page.iterations, refresh, size, page.context);
             }
             add(place + "trend", 20, trend, size);
+            add(place + "appCategoryList", 5, appCategoryList, size);
             add(place + "dailyAveragesOfAllHistory", 3, dailyAveragesOfAllHistory, size);
         }
     }
