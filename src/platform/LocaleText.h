@@ -15,9 +15,9 @@ public:
     /// macOS and Linux: case folding of Qt Core.
     virtual bool containsIgnoringCase(std::string_view text, std::string_view part) const = 0;
 
-    /// Where `left` stands to `right` in a list for people, capitals and small letters alike: before
-    /// it below 0, behind it above 0, level with it at 0. Both are UTF-8. macOS and Linux: collation
-    /// of Qt Core's system locale.
+    /// Where `left` stands to `right` in a list for people, capitals and small letters alike:
+    /// before it below 0, behind it above 0, level with it at 0. Both are UTF-8. macOS and Linux:
+    /// collation of Qt Core's system locale.
     virtual int compareIgnoringCase(std::string_view left, std::string_view right) const = 0;
 
     /// A whole number with its digits grouped as the user's language groups them. macOS and Linux:
