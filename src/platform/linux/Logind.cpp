@@ -27,6 +27,8 @@ const QString kProperties = QStringLiteral("org.freedesktop.DBus.Properties");
 const QString kLockedHint = QStringLiteral("LockedHint");
 
 constexpr double kLastWorkSec = 1.5;
+constexpr int kInhibitTries = 3;
+constexpr double kBetweenTriesSec = 1;
 
 QDBusMessage managerCall(const QString& method, const QVariantList& arguments)
 {
@@ -100,7 +102,8 @@ void Logind::came(const QString& name)
         return;
     }
     owner = name;
-    inhibit();
+    ++announcements; // what the one before announced lets this one sleep no sooner
+    inhibit(kInhibitTries);
     findSession();
 }
 
@@ -111,18 +114,28 @@ void Logind::went()
     handlers.isGone();
 }
 
-void Logind::inhibit()
+void Logind::inhibit(int tries)
 {
     const auto call = managerCall("Inhibit",
         {QStringLiteral("shutdown:sleep"), QStringLiteral("Quillbrook"),
             QStringLiteral("保存使用记录"), QStringLiteral("delay")});
-    callLater(systemBus.connection(), call, this, [this](const QDBusMessage& reply) {
+    callLater(systemBus.connection(), call, this, [this, tries](const QDBusMessage& reply) {
         if (reply.type() == QDBusMessage::ErrorMessage) {
-            tellMissing(reply);
+            tries > 1 ? inhibitAgain(tries - 1) : tellMissing(reply);
             return;
         }
         inhibitor = reply.arguments().value(0).value<QDBusUnixFileDescriptor>();
     });
+}
+
+void Logind::inhibitAgain(int tries)
+{
+    // One that has just come may have its name before it takes calls.
+    mainLoop.runAfter(kBetweenTriesSec, lifetime.whileAlive([this, tries, asked = owner] {
+        if (owner == asked && !owner.isEmpty()) {
+            inhibit(tries);
+        }
+    }));
 }
 
 void Logind::prepareForSleep(bool isBeginning, const QDBusMessage& signal)
@@ -136,7 +149,7 @@ void Logind::prepareForSleep(bool isBeginning, const QDBusMessage& signal)
         letSleepSoon();
     } else {
         handlers.didWake();
-        inhibit();
+        inhibit(kInhibitTries);
     }
 }
 

@@ -46,7 +46,8 @@ private:
     void setUp(QDBusConnection bus);
     void came(const QString& name);
     void went();
-    void inhibit();
+    void inhibit(int tries);
+    void inhibitAgain(int tries);
     void letSleepSoon();
     void findSession();
     void findDisplaySession();

@@ -59,6 +59,10 @@ public:
     bool handleMessage(const QDBusMessage& call, const QDBusConnection& connection) override
     {
         if (call.member() == QLatin1String("Inhibit")) {
+            if (refusals > 0) {
+                --refusals;
+                return connection.send(call.createErrorReply(QDBusError::UnknownObject, {}));
+            }
             closeHeld();
             int ends[2] = {-1, -1};
             EXPECT_EQ(pipe2(ends, O_CLOEXEC), 0);
@@ -106,6 +110,7 @@ public:
     }
 
     int inhibitions = 0;
+    int refusals = 0; // of the next calls to hold it back
 
 private:
     void closeHeld()
@@ -233,6 +238,30 @@ TEST_F(LogindTest, ALogindThatStartsAnewIsFollowed)
     heard.clear();
     fake->announce("PrepareForSleep", true);
     ASSERT_TRUE(waitFor([this] { return !heard.empty() && heard.back() == "will sleep"; }));
+}
+
+TEST_F(LogindTest, ALogindThatStartsAnewIsHeldBackThroughTheOldAnnouncement)
+{
+    fake->announce("PrepareForSleep", true);
+    ASSERT_TRUE(waitForHeard(1));
+    fake->leave();
+    ASSERT_TRUE(waitForHeard(3));
+    fake->comeBack();
+    ASSERT_TRUE(waitFor([this] { return fake->inhibitions == 2; }));
+    bool isLet
+        = false; // what lets the machine sleep runs a second and a half after the announcement
+    mainLoop.runAfter(2, [&isLet] { isLet = true; });
+    ASSERT_TRUE(waitFor([&isLet] { return isLet; }));
+    EXPECT_TRUE(fake->isHeldBack());
+}
+
+TEST_F(LogindTest, ALogindThatTakesNoCallsYetIsAskedAgain)
+{
+    fake->leave();
+    ASSERT_TRUE(waitForHeard(1));
+    fake->refusals = 2;
+    fake->comeBack();
+    EXPECT_TRUE(waitFor([this] { return fake->inhibitions == 2; }));
 }
 
 TEST_F(LogindTest, ItsBusGoingIsItsOwnGoing)
