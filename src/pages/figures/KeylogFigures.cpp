@@ -4,6 +4,7 @@
 #include "pages/figures/AppPalette.h"
 #include "pages/marks/BarMarks.h"
 #include "pages/marks/RingMarks.h"
+#include "report/KeystrokeReports.h"
 
 #include <algorithm>
 #include <cmath>
@@ -34,9 +35,10 @@ double rateOf(std::string_view inputMethod)
 {
     const std::string method = asciiLowered(inputMethod);
     if (contains(method, "english") || contains(method, "英文")) {
-        return 0.248;
+        return tokenRate("english");
     }
-    return contains(method, "shuangpin") || contains(method, "双拼") ? 0.267 : 0.152;
+    return tokenRate(
+        contains(method, "shuangpin") || contains(method, "双拼") ? "shuangpin" : "other");
 }
 
 std::int64_t hoursWithKeys(std::span<const KeylogHourly> hourly)
@@ -313,10 +315,13 @@ std::vector<Mark> appTokenMarks(
 
 std::array<TokenInfo, 4> tokenInfos()
 {
+    const auto rate = [](std::string_view inputMethod) {
+        return filled("1 击键 ≈ {} token", {shortestText(tokenRate(inputMethod))});
+    };
     return {{
-        {"英文", "1 击键 ≈ 0.248 token", "英文输入法每个字符约 0.25 token，按键一一对应"},
-        {"双拼", "1 击键 ≈ 0.267 token", "双拼中文输入需2-3键产出一个汉字，单键效率较高"},
-        {"其他", "1 击键 ≈ 0.152 token", "全拼等输入法效率约为英文的 60%"},
+        {"英文", rate("english"), "英文输入法每个字符约 0.25 token，按键一一对应"},
+        {"双拼", rate("shuangpin"), "双拼中文输入需2-3键产出一个汉字，单键效率较高"},
+        {"其他", rate("other"), "全拼等输入法效率约为英文的 60%"},
         {"TPM", "每分钟输入 Token 数",
             "TPM = 时间内总 Token 数 ÷ 有击键活动的分钟数，反映实际输入效率，跨输入法可直接比较"},
     }};

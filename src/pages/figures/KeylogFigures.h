@@ -74,7 +74,7 @@ double appTokenHeight(std::size_t ranked);
 /// A paragraph of the popover that explains the tokens.
 struct TokenInfo {
     std::string_view name{};
-    std::string_view value{};
+    std::string value{};
     std::string_view note{};
 };
 
