@@ -236,6 +236,21 @@ TEST_F(XScreenSaverTest, CoversNothingAfterItsEnd)
     EXPECT_THAT(later, IsEmpty());
 }
 
+TEST_F(XScreenSaverTest, MayEndAtOnce)
+{
+    std::vector<bool> expected;
+    for (int time = 0; time < 30; ++time) {
+        const xcb_window_t daemon = makeDaemon();
+        say(client.atom("LOCK"));
+        expected.push_back(true);
+        ASSERT_TRUE(isTold(expected));
+        client.destroy(daemon); // before or after the server watches it for the recorder
+        expected.push_back(false);
+        ASSERT_TRUE(isTold(expected)) << time;
+        say(0);
+    }
+}
+
 TEST_F(XScreenSaverTest, MayBeOnAtTheStart)
 {
     makeDaemon();
