@@ -39,6 +39,7 @@ public:
 
     const QMenu& shownMenu() const { return menu; }
     QString toolTip() const { return icon.toolTip(); }
+    QIcon shownIcon() const { return icon.icon(); }
 
 private:
     void addActions();

@@ -63,6 +63,7 @@ TEST_F(MenuBarTest, TheMenuAndTheTipFollowTheModel)
         ElementsAre("Alerts：1", "Hours：0h0m", "Tokens：2,480", "-", "刷新数据", "-",
             "开机自启：关", "退出"));
     EXPECT_EQ(menuBar.toolTip().toStdString(), "⚠ 0h0m");
+    EXPECT_EQ(menuBar.shownIcon().pixmap(22).toImage(), menuBarPixmap("0h0m", true, 22).toImage());
 }
 
 TEST_F(MenuBarTest, TheLoginItemIsAskedEachTimeTheMenuComesUp)

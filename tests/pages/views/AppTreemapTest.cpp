@@ -1,8 +1,12 @@
 #include "pages/views/AppTreemap.h"
+#include "categories/SeedTables.h"
 #include "pages/kit/Chip.h"
 #include "pages/kit/HoverTip.h"
+#include "pages/kit/Legend.h"
+#include "pages/kit/Look.h"
 #include "pages/views/AppTreemapSection.h"
 #include "support/Elements.h"
+#include "support/Painting.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -80,6 +84,15 @@ TEST_F(AppTreemapTest, ShowsItsTipOverTheHoveredCell)
     EXPECT_NEAR(tip->geometry().center().y(), 18, 1);
     hover(treemap, -1, 10);
     EXPECT_FALSE(tip->isVisible());
+}
+
+TEST_F(AppTreemapTest, TellsTheCategoryInItsTip)
+{
+    hover(treemap, 10, 10);
+    const Painting painting = paintingOf(*treemap.findChild<HoverTip*>());
+    EXPECT_EQ(painting.allText(), "Editor·开发工具");
+    EXPECT_THAT(painting.circles(), testing::Contains(Look::toQColor(categoryColor("开发工具"))));
+    EXPECT_NE(categoryColor("开发工具"), categoryColor("浏览器"));
 }
 
 TEST_F(AppTreemapTest, MovesAnApplicationToAnotherCategory)
@@ -195,6 +208,19 @@ TEST(AppTreemapSectionTest, ShowsALineInPlaceOfNothing)
     section.setAppUsage(twoApps());
     EXPECT_THAT(namesOf(elementsOf(section, QAccessible::StaticText)),
         ElementsAre("应用的活跃时长", "Editor", "Web"));
+}
+
+TEST(AppTreemapSectionTest, GivesCellsAndLegendTheSameColours)
+{
+    AppTreemapSection section{{}};
+    section.setAppUsage(twoApps());
+    const QPalette palette = section.palette();
+    EXPECT_THAT(paintingOf(*section.findChild<Legend*>()).circles(),
+        ElementsAre(
+            Look::color(SystemColor::blue, palette), Look::color(SystemColor::green, palette)));
+    const auto& cells = section.findChild<AppTreemap*>()->marks();
+    EXPECT_EQ(cells[0].fills[0].color, Tint{SystemColor::blue}.color);
+    EXPECT_EQ(cells[1].fills[0].color, Tint{SystemColor::green}.color);
 }
 
 TEST(AppTreemapSectionTest, NamesTwentyApplicationsWithTheirCategories)
