@@ -3,11 +3,11 @@
 #include "platform/IdleMemory.h"
 #include "platform/MainLoop.h"
 #include "report/DataProvider.h"
+#include "shell/AppIcon.h"
 #include "shell/ContentView.h"
 #include "shell/DashboardWindow.h"
 
 #include <QApplication>
-#include <QIcon>
 
 #include <utility>
 
@@ -59,9 +59,7 @@ void DashboardWindowController::setIconOnce()
         return;
     }
     isIconSet = true;
-    if (const QIcon icon = QIcon::fromTheme("cn.tarnlow.quillbrook"); !icon.isNull()) {
-        QApplication::setWindowIcon(icon);
-    }
+    QApplication::setWindowIcon(appIcon());
 }
 
 void DashboardWindowController::makeWindow()

@@ -73,7 +73,8 @@ void MenuBar::updateLabel()
     drawnLabel = label;
     isDrawnAsWarning = isWarning;
     icon.setIcon(menuBarIcon(label, isWarning));
-    icon.setToolTip(isWarning ? QStringLiteral("⚠ ") + label : label);
+    const QString tip = QStringLiteral("Quillbrook · 今日 ") + label;
+    icon.setToolTip(isWarning ? QStringLiteral("⚠ ") + tip : tip);
 }
 
 void MenuBar::updateMenu()

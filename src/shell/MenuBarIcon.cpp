@@ -19,7 +19,9 @@ constexpr QRgb kPlate = qRgb(0x3A, 0x3A, 0x3C);
 constexpr QRgb kRim = qRgb(0x8E, 0x8E, 0x93); // tells the plate from a panel as dark as itself
 constexpr QRgb kWarningPlate = qRgb(0xD7, 0x00, 0x15);
 constexpr double kCorner = 0.18; // of the size
+constexpr double kOneLine = 0.75; // of the height
 
+/// The hours and the minutes, such as "12h" and "34m"; one text where it isn't a time.
 QStringList lines(const QString& activeHours)
 {
     const auto end = activeHours.indexOf(QLatin1Char('h')) + 1;
@@ -27,6 +29,13 @@ QStringList lines(const QString& activeHours)
         return {activeHours};
     }
     return {activeHours.left(end), activeHours.mid(end)};
+}
+
+/// All that can be read in the smallest size: the hours, or the minutes of the first one.
+QString shortFigure(const QString& activeHours)
+{
+    const QStringList figures = lines(activeHours);
+    return figures.first() == QLatin1String("0h") ? figures.last() : figures.first();
 }
 
 /// The outline of a text in bold, its ink in the rectangle from 0, 0 on, at an easy size to scale.
@@ -73,12 +82,14 @@ QPixmap menuBarPixmap(const QString& activeHours, bool isWarning, int size)
     painter.setBrush(isWarning ? QColor(kWarningPlate) : QColor(kPlate));
     painter.drawRoundedRect(plate, size * kCorner, size * kCorner);
 
-    const QStringList texts = lines(activeHours);
+    const QStringList texts
+        = size > kSizes.front() ? lines(activeHours) : QStringList{shortFigure(activeHours)};
     const double margin = std::max(1.0, size / 14.0);
     const double gap = std::max(1.0, size / 16.0);
     const QRectF inside = plate.adjusted(margin, margin + 0.5, -margin, -margin - 0.5);
-    const double height = (inside.height() - gap) / 2;
-    double top = texts.size() == 1 ? inside.center().y() - height / 2 : inside.top();
+    const bool isOneLine = texts.size() == 1;
+    const double height = isOneLine ? inside.height() * kOneLine : (inside.height() - gap) / 2;
+    double top = isOneLine ? inside.center().y() - height / 2 : inside.top();
     for (const QString& text : texts) {
         drawLine(painter, text, {inside.left(), top, inside.width(), height});
         top += height + gap;

@@ -2,6 +2,7 @@
 #include "platform/linux/BusInstance.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "shell/AppDelegate.h"
+#include "shell/AppIcon.h"
 
 #include <QApplication>
 #include <QSessionManager>
@@ -58,6 +59,7 @@ int main(int argc, char** argv)
         terminate();
         QApplication::quit();
     });
+    platform.setIcon(quillbrook::appPicture());
     quillbrook::AppDelegate delegate(platform.platform());
     runningDelegate = &delegate;
     QObject::connect(&application, &QApplication::aboutToQuit, &application, terminate);

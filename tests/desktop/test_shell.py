@@ -54,7 +54,7 @@ class ShellTest(DesktopTest):
         shortcuts = {str(properties["label"]): [str(key) for key in properties["shortcut"][0]]
                      for _id, properties in self.item.entries() if "shortcut" in properties}
         self.assertEqual(shortcuts, {"刷新数据": ["Control", "R"], "退出": ["Control", "Q"]})
-        self.assertEqual(self.item.tooltip(), "0h0m")
+        self.assertEqual(self.item.tooltip(), "Quillbrook · 今日 0h0m")
         pixmaps = self.item.property("IconPixmap")
         self.assertIn(22, [int(pixmap[0]) for pixmap in pixmaps])
 
@@ -98,6 +98,20 @@ class ShellTest(DesktopTest):
         self.desktop.press("Down", "Return")
         wait_for(lambda: self.desktop.windows("Quillbrook"), "the dashboard")
         wait_for(lambda: self.desktop.last_page() == "Alerts", "the first entry's page")
+
+    def front_dashboard(self):
+        window = wait_for(lambda: self.desktop.windows("Quillbrook"), "the dashboard")[0]
+        wait_for(lambda: self.desktop.active_window() == window, "the focus")
+        return window
+
+    def assert_icon(self, window):
+        sizes = self.desktop.tool("xprop", "-id", str(window), "-notype", "_NET_WM_ICON")
+        for size in (16, 48, 128):
+            self.assertIn("Icon (%d x %d)" % (size, size), sizes)
+
+    def test_the_windows_have_our_icon(self):
+        self.desktop.start_recorder()
+        self.assert_icon(self.front_dashboard())
 
     def test_without_a_tray_one_line_tells_the_way_in(self):
         self.desktop.start_recorder_and_wait()

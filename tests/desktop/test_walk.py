@@ -54,7 +54,7 @@ class WalkTest(DesktopTest):
         active_sec = int(sum(end - start for _name, start, end in self.history
                              if start >= TODAY))
         self.assertEqual(self.tray.tooltip(),
-                         "⚠ %dh%dm" % (active_sec // 3600, active_sec % 3600 // 60))
+                         "⚠ Quillbrook · 今日 %dh%dm" % (active_sec // 3600, active_sec % 3600 // 60))
         self.wait_for_front("Quillbrook")
         self.assertGreaterEqual((time.monotonic() - begin) * self.desktop.speed,
                                 DASHBOARD_DELAY_SEC)

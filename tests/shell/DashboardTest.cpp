@@ -4,6 +4,7 @@
 #include "platform/virtual/VirtualApplication.h"
 #include "report/DataProvider.h"
 #include "shell/AboutRow.h"
+#include "shell/AppIcon.h"
 #include "shell/DashboardWindowController.h"
 #include "shell/Sidebar.h"
 #include "shell/SidebarRow.h"
@@ -371,6 +372,18 @@ TEST_F(DashboardTest, ShowsTheProgramWhileItIsOpen)
     show();
     EXPECT_EQ(application.activationPolicy(), ActivationPolicy::regular);
     EXPECT_EQ(machine.idleMemory.givenBackCount(), 1);
+}
+
+TEST_F(DashboardTest, ShowsOurOwnIconWhereTheDesktopHasNone)
+{
+    QIcon::setThemeName("hicolor");
+    QApplication::setWindowIcon({});
+    show();
+    EXPECT_THAT(QApplication::windowIcon().availableSizes(),
+        testing::IsSupersetOf({QSize(16, 16), QSize(48, 48), QSize(256, 256)}));
+    EXPECT_EQ(appPicture().size(), QSize(64, 64));
+    EXPECT_EQ(appPicture().pixelColor(0, 0).alpha(), 0);
+    EXPECT_EQ(appPicture().pixelColor(32, 8).alpha(), 255);
 }
 
 TEST_F(DashboardTest, KeepsItsFrameFromRunToRun)

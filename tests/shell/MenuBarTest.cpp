@@ -51,7 +51,7 @@ TEST_F(MenuBarTest, TheMenuAndTheTipFollowTheModel)
     const MenuBar menuBar(model, machine.notices, [](MenuAction) {});
     EXPECT_THAT(titles(menuBar),
         ElementsAre("Alerts：0", "Hours：--", "-", "刷新数据", "-", "开机自启：关", "退出"));
-    EXPECT_EQ(menuBar.toolTip().toStdString(), "--");
+    EXPECT_EQ(menuBar.toolTip().toStdString(), "Quillbrook · 今日 --");
 
     exec("CREATE TABLE alerts (id INTEGER PRIMARY KEY, timestamp REAL);"
          "INSERT INTO alerts (timestamp) VALUES (1767239000);"
@@ -62,7 +62,7 @@ TEST_F(MenuBarTest, TheMenuAndTheTipFollowTheModel)
     EXPECT_THAT(titles(menuBar),
         ElementsAre("Alerts：1", "Hours：0h0m", "Tokens：2,480", "-", "刷新数据", "-",
             "开机自启：关", "退出"));
-    EXPECT_EQ(menuBar.toolTip().toStdString(), "⚠ 0h0m");
+    EXPECT_EQ(menuBar.toolTip().toStdString(), "⚠ Quillbrook · 今日 0h0m");
     EXPECT_EQ(menuBar.shownIcon().pixmap(22).toImage(), menuBarPixmap("0h0m", true, 22).toImage());
 }
 
@@ -123,6 +123,17 @@ TEST_F(MenuBarTest, TheHoursStandOverTheMinutes)
     const QImage others = menuBarPixmap("12h58m", false, 64).toImage();
     EXPECT_EQ(hours.copy(0, 0, 64, 30), others.copy(0, 0, 64, 30));
     EXPECT_NE(hours.copy(0, 34, 64, 30), others.copy(0, 34, 64, 30));
+}
+
+TEST_F(MenuBarTest, TheSmallestIconShowsOneShortFigure)
+{
+    const auto small = [](const char* label) { return menuBarPixmap(label, false, 16).toImage(); };
+    EXPECT_EQ(small("4h47m"), small("4h05m"));
+    EXPECT_NE(small("4h47m"), small("5h47m"));
+    EXPECT_NE(small("0h47m"), small("0h46m"));
+    EXPECT_EQ(small("0h47m"), small("47m"));
+    const QImage two = menuBarPixmap("4h47m", false, 22).toImage();
+    EXPECT_NE(two, menuBarPixmap("4h05m", false, 22).toImage());
 }
 
 } // namespace

@@ -13,6 +13,7 @@
 #include "platform/linux/LinuxInputSource.h"
 #include "platform/linux/LinuxWorkspace.h"
 #include "platform/linux/Logind.h"
+#include "platform/linux/NotificationIcon.h"
 #include "platform/linux/Notifications.h"
 #include "platform/linux/PortalAppearance.h"
 #include "platform/linux/ProcIdleMemory.h"
@@ -161,6 +162,11 @@ LinuxPlatform::LinuxPlatform(std::function<void()> willShutDown)
 }
 
 LinuxPlatform::~LinuxPlatform() = default;
+
+void LinuxPlatform::setIcon(const QImage& picture)
+{
+    parts->notifications.setIcon(notificationIcon(picture));
+}
 
 Platform LinuxPlatform::platform()
 {

@@ -5,6 +5,8 @@
 #include <functional>
 #include <memory>
 
+class QImage;
+
 namespace quillbrook {
 
 /// The Linux desktop of the user. What is missing of it, a display, a bus or a service, is one
@@ -19,6 +21,9 @@ public:
     LinuxPlatform& operator=(const LinuxPlatform&) = delete;
 
     Platform platform();
+
+    /// The picture beside the program's notifications.
+    void setIcon(const QImage& picture);
 
 private:
     struct Parts;

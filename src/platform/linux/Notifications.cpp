@@ -6,6 +6,7 @@
 #include "platform/qt/QtText.h"
 
 #include <QDBusMessage>
+#include <QDBusMetaType>
 #include <QStringList>
 #include <QVariantMap>
 
@@ -74,6 +75,11 @@ std::string withoutMarkup(std::string_view text)
     return escaped;
 }
 
+Notifications::Notifications(Bus& sessionBus) : sessionBus(sessionBus)
+{
+    qDBusRegisterMetaType<NotificationIcon>();
+}
+
 void Notifications::notify(const NotificationTexts& texts, FailureHandler failed)
 {
     sessionBus.whenKnown(
@@ -98,11 +104,15 @@ void Notifications::send(const NotificationTexts& texts, FailureHandler failed)
         QStringLiteral("/org/freedesktop/Notifications"),
         QStringLiteral("org.freedesktop.Notifications"), QStringLiteral("Notify"));
     // A higher urgency than the normal 1 would stay on the screen until it is dismissed.
-    call.setArguments({QStringLiteral("Quillbrook"), kReplacesNothing, ourId,
-        toQString(texts.title), toQString(withoutMarkup(texts.body)), QStringList(),
-        QVariantMap{{QStringLiteral("urgency"), QVariant::fromValue<uchar>(1)},
-            {QStringLiteral("desktop-entry"), ourId}},
-        kServersTimeout});
+    QVariantMap hints{{QStringLiteral("urgency"), QVariant::fromValue<uchar>(1)},
+        {QStringLiteral("desktop-entry"), ourId}};
+    if (!icon.pixels.isEmpty()) {
+        // The name alone finds an icon only where the program is installed.
+        hints.insert(QStringLiteral("image-data"), QVariant::fromValue(icon));
+    }
+    call.setArguments(
+        {QStringLiteral("Quillbrook"), kReplacesNothing, ourId, toQString(texts.title),
+            toQString(withoutMarkup(texts.body)), QStringList(), hints, kServersTimeout});
     callLater(
         sessionBus.connection(), call, this,
         [failed = std::move(failed)](const QDBusMessage& reply) {

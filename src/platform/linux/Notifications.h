@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Lifetime.h"
+#include "platform/linux/NotificationIcon.h"
 
 #include <QObject>
 
@@ -32,7 +33,10 @@ class Notifications final : public QObject {
     Q_OBJECT
 
 public:
-    explicit Notifications(Bus& sessionBus) : sessionBus(sessionBus) {}
+    explicit Notifications(Bus& sessionBus);
+
+    /// Shows `newIcon` beside all notifications from now on.
+    void setIcon(const NotificationIcon& newIcon) { icon = newIcon; }
 
     using FailureHandler = std::function<void(const std::string& description)>;
 
@@ -45,6 +49,7 @@ private:
     void send(const NotificationTexts& texts, FailureHandler failed);
 
     Bus& sessionBus;
+    NotificationIcon icon{};
 
     Lifetime lifetime{};
 };

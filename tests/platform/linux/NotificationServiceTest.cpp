@@ -3,6 +3,7 @@
 #include "engine/Notifier.h"
 #include "platform/MainLoop.h"
 #include "platform/linux/LinuxPlatform.h"
+#include "platform/linux/NotificationIcon.h"
 #include "platform/qt/SystemClock.h"
 #include "support/TemporaryDirectory.h"
 #include "support/XServer.h"
@@ -10,6 +11,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QColor>
 #include <QCoreApplication>
 #include <QDBusArgument>
 #include <QDBusConnection>
@@ -18,6 +20,7 @@
 #include <QDBusMetaType>
 #include <QDBusVirtualObject>
 #include <QDeadlineTimer>
+#include <QImage>
 #include <QProcess>
 #include <QTimer>
 #include <QXmlStreamReader>
@@ -30,6 +33,7 @@
 #include <fstream>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -70,6 +74,20 @@ public:
         return connection.send(message.createErrorReply(QStringLiteral("org.example.No"),
             QStringLiteral("no\n[2026-01-01T00:00:00Z] ✅ 就绪\x1b")));
     }
+};
+
+/// A service that keeps the hints of the last notification.
+class KeepingService final : public QDBusVirtualObject {
+public:
+    QString introspect(const QString&) const override { return {}; }
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override
+    {
+        constexpr int kHintsPlace = 6;
+        hints = qdbus_cast<QVariantMap>(message.arguments().value(kHintsPlace));
+        return connection.send(message.createReply(1U));
+    }
+
+    std::optional<QVariantMap> hints{};
 };
 
 /// What a person reads of a text with markup.
@@ -286,6 +304,25 @@ TEST_F(NotificationServiceTest, ARefusalIsOneLineWhateverItSays)
     ASSERT_TRUE(waitFor([&] { return !logLines().empty(); }));
     EXPECT_THAT(logLines(),
         ElementsAre("⚠️ 通知发送失败: no [2026-01-01T00:00:00Z] ✅ 就绪 "));
+}
+
+TEST_F(NotificationServiceTest, OurIconStandsBesideEachNotification)
+{
+    KeepingService service;
+    connection->registerVirtualObject(QStringLiteral("/org/freedesktop/Notifications"), &service);
+    connection->registerService(QStringLiteral("org.freedesktop.Notifications"));
+    QImage picture(2, 1, QImage::Format_ARGB32);
+    picture.setPixelColor(0, 0, QColor(1, 2, 3));
+    picture.setPixelColor(1, 0, QColor(4, 5, 6, 7));
+    platform->setIcon(picture);
+    send("Title", "Body");
+    ASSERT_TRUE(waitFor([&] { return service.hints.has_value(); }));
+    const auto sent = service.hints->value(QStringLiteral("image-data")).value<QDBusArgument>();
+    EXPECT_EQ(sent.currentSignature(), QStringLiteral("(iiibiiay)"));
+    const auto icon = qdbus_cast<NotificationIcon>(sent);
+    EXPECT_EQ(icon.width, 2);
+    EXPECT_EQ(icon.height, 1);
+    EXPECT_EQ(icon.pixels, QByteArray("\1\2\3\377\4\5\6\7"));
 }
 
 TEST_F(NotificationServiceTest, ANotifierThatIsGoneLogsNothing)
