@@ -1,9 +1,12 @@
 #include "shell/AppDelegate.h"
 
+#include "shell/AppIcon.h"
 #include "shell/DesktopLook.h"
 #include "shell/PermissionSetupWindow.h"
 
+#include <QAction>
 #include <QCoreApplication>
+#include <QKeySequence>
 
 #include <utility>
 
@@ -33,7 +36,13 @@ void AppDelegate::reopen(const std::string& startupId)
 
 void AppDelegate::showPermissionSetup(bool, std::function<void()> onComplete)
 {
+    styleWindows();
     permissionWindow = std::make_unique<PermissionSetupWindow>(platform, std::move(onComplete));
+    permissionWindow->setWindowIcon(appIcon());
+    auto* quit = new QAction(permissionWindow.get());
+    quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
+    QObject::connect(quit, &QAction::triggered, [this] { perform(MenuAction::quit); });
+    permissionWindow->addAction(quit);
     permissionWindow->show();
 }
 
@@ -47,11 +56,16 @@ void AppDelegate::patchAboutMenuItem()
     // Only desktops with an application menu have the item.
 }
 
-void AppDelegate::showPage(std::optional<NavTab> tab)
+void AppDelegate::styleWindows()
 {
     if (!look) {
         look = std::make_unique<DesktopLook>(platform.appearance);
     }
+}
+
+void AppDelegate::showPage(std::optional<NavTab> tab)
+{
+    styleWindows();
     dashboard.show(tab);
 }
 

@@ -49,11 +49,12 @@ public:
     void patchAboutMenuItem() override;
 
 private:
+    void styleWindows();
     void perform(MenuAction action);
     void showPage(std::optional<NavTab> tab);
 
     Platform platform;
-    QtApplication application{platform.windowActivation};
+    QtApplication application{platform.windowActivation, [this] { styleWindows(); }};
     CrashReporter crashReporter{platform};
     MonitorEngine engine{platform};
     LaunchFlow flow{platform,
@@ -61,9 +62,10 @@ private:
             .surfaces = *this,
             .engine = engine,
             .crashReporter = crashReporter}};
-    std::unique_ptr<DesktopLook> look{}; // made with the first window, as it costs memory
+    std::unique_ptr<DesktopLook> look{}; // made before the first window, as it costs memory
     DashboardWindowController dashboard{platform, application,
-        [this](std::string_view page) { crashReporter.updateHeartbeat(page); }};
+        [this](std::string_view page) { crashReporter.updateHeartbeat(page); },
+        [this](MenuAction action) { perform(action); }};
     std::unique_ptr<PermissionSetupWindow> permissionWindow{};
     std::unique_ptr<MenuBarVM> menuVM{};
     std::unique_ptr<MenuBar> menuBar{};

@@ -6,18 +6,22 @@
 #include "shell/AppIcon.h"
 #include "shell/ContentView.h"
 #include "shell/DashboardWindow.h"
+#include "shell/MenuBar.h"
+#include "shell/WindowMenu.h"
 
 #include <QApplication>
+#include <QLayout>
 
 #include <utility>
 
 namespace quillbrook {
 
 DashboardWindowController::DashboardWindowController(
-    const Platform& platform, Application& application, Heartbeat updateHeartbeat)
+    const Platform& platform, Application& application, Heartbeat updateHeartbeat, Perform perform)
     : platform(platform)
     , application(application)
     , updateHeartbeat(std::move(updateHeartbeat))
+    , perform(std::move(perform))
 {
 }
 
@@ -42,6 +46,7 @@ void DashboardWindowController::show(std::optional<NavTab> tab)
     if (window->isMinimized()) {
         window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
     }
+    menu->setVisible(!MenuBar::hasTray());
     window->show();
     application.makeKey(window->winId());
     application.activate();
@@ -70,6 +75,20 @@ void DashboardWindowController::makeWindow()
         postPolicy(ActivationPolicy::accessory);
         platform.mainLoop.post([&memory = platform.idleMemory] { memory.giveBack(); });
     });
+    addMenu();
+}
+
+void DashboardWindowController::addMenu()
+{
+    menu = new WindowMenu(*window,
+        {.showAbout = [this] { contentProvider->selectedTab.set(NavTab::about); },
+            .refresh =
+                [this] {
+                    perform(MenuAction::refresh);
+                    contentProvider->refresh();
+                },
+            .quit = [this] { perform(MenuAction::quit); }});
+    window->layout()->setMenuBar(menu);
 }
 
 } // namespace quillbrook

@@ -3,6 +3,7 @@
 #include "platform/Application.h"
 #include "platform/Platform.h"
 #include "report/Periods.h"
+#include "shell/model/MenuBarVM.h"
 
 #include <functional>
 #include <memory>
@@ -15,6 +16,7 @@ namespace quillbrook {
 
 class DashboardWindow;
 class DataProvider;
+class WindowMenu;
 
 /// Owns the one dashboard window, which is made when it is first shown and outlives its closing
 /// with its data, page and periods. Main thread only; needs the application object.
@@ -22,9 +24,12 @@ class DashboardWindowController {
 public:
     /// Remembers the page that the user looks at, by its title, for the case of a crash.
     using Heartbeat = std::function<void(std::string_view page)>;
+    using Perform = std::function<void(MenuAction)>;
 
+    /// `perform` does for the window's menu what is not the window's own.
     DashboardWindowController(
-        const Platform& platform, Application& application, Heartbeat updateHeartbeat);
+        const Platform& platform, Application& application, Heartbeat updateHeartbeat,
+        Perform perform = [](MenuAction) {});
     ~DashboardWindowController();
 
     DashboardWindowController(const DashboardWindowController&) = delete;
@@ -43,13 +48,16 @@ private:
     void postPolicy(ActivationPolicy policy);
     void setIconOnce();
     void makeWindow();
+    void addMenu();
 
     Platform platform;
     Application& application;
     Heartbeat updateHeartbeat;
+    Perform perform;
     bool isIconSet = false;
     std::unique_ptr<DataProvider> contentProvider; // outlives the window, which observes it
     std::unique_ptr<DashboardWindow> window;
+    WindowMenu* menu = nullptr; // owned by the window
 };
 
 } // namespace quillbrook

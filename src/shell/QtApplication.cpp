@@ -2,6 +2,7 @@
 
 #include "platform/WindowActivation.h"
 #include "platform/qt/QtText.h"
+#include "shell/AppIcon.h"
 
 #include <QApplication>
 #include <QDesktopServices>
@@ -89,7 +90,9 @@ QWidget* QtApplication::keyWindow() const
 
 AlertAnswer QtApplication::runAlert(const Alert& alert)
 {
+    styleWindows();
     QMessageBox box(QMessageBox::Critical, QString(), toQString(alert.message));
+    box.setWindowIcon(appIcon());
     box.setInformativeText(toQString(alert.informativeText));
     const auto* first = box.addButton(toQString(alert.firstButton), QMessageBox::AcceptRole);
     box.addButton(toQString(alert.secondButton), QMessageBox::RejectRole);

@@ -5,8 +5,10 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace quillbrook {
 
@@ -15,7 +17,10 @@ class WindowActivation;
 /// The application object of Qt. Main thread only.
 class QtApplication final : public Application {
 public:
-    explicit QtApplication(WindowActivation& windowActivation) : windowActivation(windowActivation)
+    /// `styleWindows` runs before a box is shown, which may be the first of all windows.
+    QtApplication(WindowActivation& windowActivation, std::function<void()> styleWindows)
+        : windowActivation(windowActivation)
+        , styleWindows(std::move(styleWindows))
     {
     }
 
@@ -37,6 +42,7 @@ private:
     void bring(QWidget& window);
 
     WindowActivation& windowActivation;
+    std::function<void()> styleWindows;
     QPointer<QWidget> madeKey{};
     std::string startupId{};
 };

@@ -4,6 +4,7 @@ All clocks on it may run many times faster, by libfaketime, in the program and i
 alike, so that minutes pass in seconds without a constant of the program being touched.
 """
 
+import collections
 import os
 import re
 import shutil
@@ -291,6 +292,16 @@ class Desktop:
         return {tuple(reversed(image[at:at + 3]))
                 for start in range(begin, len(image), line)
                 for at in range(start, start + width * pixel, pixel)}
+
+    def commonest_color(self, window):
+        """The colour that most of a window's pixels have, by a sample of them."""
+        image = subprocess.check_output(["xwd", "-silent", "-id", str(window)], env=self.env,
+                                        timeout=60)
+        header = struct.unpack(">25I", image[:100])
+        begin, pixel = header[0] + 12 * header[19], header[11] // 8
+        pixels = collections.Counter(
+            image[at:at + 3] for at in range(begin, len(image) - 2, pixel * 97))
+        return tuple(reversed(pixels.most_common(1)[0][0]))
 
     def program_windows(self):
         """The program's windows on the screen, menus and the icon in a panel included."""

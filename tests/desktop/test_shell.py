@@ -99,19 +99,52 @@ class ShellTest(DesktopTest):
         wait_for(lambda: self.desktop.windows("Quillbrook"), "the dashboard")
         wait_for(lambda: self.desktop.last_page() == "Alerts", "the first entry's page")
 
+    def test_the_shortcuts_work_while_the_dashboard_is_active(self):
+        self.start_with_tray()
+        self.front_dashboard()
+        self.desktop.press("ctrl+w")
+        wait_for(lambda: not self.desktop.windows("Quillbrook"), "the end of the window")
+        self.assertEqual(self.desktop.start_recorder().wait(timeout=60), 0)
+        self.front_dashboard()
+        self.desktop.press("Tab", "Tab")
+        self.desktop.write("INSERT INTO alerts (timestamp, alert_type, severity, message) "
+                           "VALUES (strftime('%s', 'now'), 'cpu', 'warning', '')")
+        self.desktop.press("ctrl+r")
+        wait_for(lambda: "Alerts：1" in self.item.titles(), "the alert in the menu")
+        self.desktop.press("ctrl+q")
+        self.assertEqual(self.recorder.wait(timeout=60), 0)
+
     def front_dashboard(self):
         window = wait_for(lambda: self.desktop.windows("Quillbrook"), "the dashboard")[0]
         wait_for(lambda: self.desktop.active_window() == window, "the focus")
         return window
+
+    def test_without_a_tray_the_menu_of_the_window_quits(self):
+        reader = ScreenReader(self.desktop)
+        recorder = self.desktop.start_recorder()
+        self.front_dashboard()
+        self.desktop.click(reader.wait_for("menu item", "Quillbrook").center)
+        self.desktop.click(reader.wait_for("menu item", "退出").center)
+        self.assertEqual(recorder.wait(timeout=60), 0)
+
+    def test_the_windows_have_our_icon(self):
+        self.desktop.start_recorder()
+        self.assert_icon(self.front_dashboard())
 
     def assert_icon(self, window):
         sizes = self.desktop.tool("xprop", "-id", str(window), "-notype", "_NET_WM_ICON")
         for size in (16, 48, 128):
             self.assertIn("Icon (%d x %d)" % (size, size), sizes)
 
-    def test_the_windows_have_our_icon(self):
-        self.desktop.start_recorder()
-        self.assert_icon(self.front_dashboard())
+    def test_the_set_up_window_is_styled_like_all(self):
+        os.remove(self.desktop.home + "/config/tarnlow.cn/quillbrook.conf")
+        recorder = self.desktop.start_recorder()
+        window = wait_for(lambda: self.desktop.visible_window("Quillbrook 初始设置"), "the window")
+        wait_for(lambda: self.desktop.active_window() == window, "the focus")
+        wait_for(lambda: self.desktop.commonest_color(window) == (0xEC, 0xEC, 0xEC), "our grey")
+        self.assert_icon(window)
+        self.desktop.press("ctrl+q")
+        self.assertEqual(recorder.wait(timeout=60), 0)
 
     def test_without_a_tray_one_line_tells_the_way_in(self):
         self.desktop.start_recorder_and_wait()

@@ -17,12 +17,14 @@
 
 #include <QIcon>
 #include <QMenu>
+#include <QMenuBar>
 #include <QPixmap>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 
 #include <algorithm>
+#include <map>
 
 namespace quillbrook {
 namespace {
@@ -62,8 +64,10 @@ protected:
 
     std::unique_ptr<DashboardWindowController> makeDashboard()
     {
-        return std::make_unique<DashboardWindowController>(machine.platform(), application,
-            [this](std::string_view page) { heartbeats.emplace_back(page); });
+        return std::make_unique<DashboardWindowController>(
+            machine.platform(), application,
+            [this](std::string_view page) { heartbeats.emplace_back(page); },
+            [this](MenuAction action) { performed.push_back(action); });
     }
 
     /// What the screen has room for.
@@ -94,6 +98,7 @@ protected:
 
     VirtualApplication application{};
     std::vector<std::string> heartbeats{};
+    std::vector<MenuAction> performed{};
     std::unique_ptr<DashboardWindowController> dashboard = makeDashboard();
 };
 
@@ -372,6 +377,43 @@ TEST_F(DashboardTest, ShowsTheProgramWhileItIsOpen)
     show();
     EXPECT_EQ(application.activationPolicy(), ActivationPolicy::regular);
     EXPECT_EQ(machine.idleMemory.givenBackCount(), 1);
+}
+
+TEST_F(DashboardTest, HasAMenuWithShortcutsThatItsWindowTakes)
+{
+    show();
+    std::map<std::string, std::string> shortcuts;
+    for (const QAction* entry : window().actions()) {
+        shortcuts[entry->text().toStdString()] = entry->shortcut().toString().toStdString();
+    }
+    EXPECT_THAT(shortcuts,
+        ElementsAre(std::pair("关于", ""), std::pair("关闭窗口", "Ctrl+W"),
+            std::pair("刷新数据", "Ctrl+R"), std::pair("退出", "Ctrl+Q")));
+    EXPECT_TRUE(window().findChild<QMenuBar*>()->isVisible()); // as there is no tray here
+}
+
+TEST_F(DashboardTest, DoesWhatItsMenuPromises)
+{
+    show();
+    const auto choose = [this](const QString& title) {
+        for (QAction* entry : window().actions()) {
+            if (entry->text() == title) {
+                entry->trigger();
+            }
+        }
+        settle();
+    };
+    int publications = 0;
+    const auto counting = provider().data.observe([&](const auto&) { ++publications; });
+    choose("刷新数据");
+    EXPECT_EQ(publications, 1);
+    EXPECT_THAT(performed, ElementsAre(MenuAction::refresh));
+    choose("关于");
+    EXPECT_EQ(provider().selectedTab.get(), NavTab::about);
+    choose("退出");
+    EXPECT_THAT(performed, ElementsAre(MenuAction::refresh, MenuAction::quit));
+    choose("关闭窗口");
+    EXPECT_FALSE(window().isVisible());
 }
 
 TEST_F(DashboardTest, ShowsOurOwnIconWhereTheDesktopHasNone)

@@ -4,7 +4,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QDialog>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
 #include <QWidget>
 
 namespace quillbrook {
@@ -20,7 +24,8 @@ protected:
     }
 
     VirtualWindowActivation windowActivation{};
-    QtApplication application{windowActivation};
+    int stylings = 0;
+    QtApplication application{windowActivation, [this] { ++stylings; }};
 };
 
 TEST_F(QtApplicationTest, OnlyAWindowOnTheScreenCountsAsVisible)
@@ -43,6 +48,19 @@ TEST_F(QtApplicationTest, TheIconOfATrayAndAMenuAreNoWindows)
     EXPECT_FALSE(application.hasVisibleWindows());
     application.activate();
     EXPECT_THAT(windowActivation.requests(), ElementsAre());
+}
+
+TEST_F(QtApplicationTest, StylesABoxBeforeItIsShown)
+{
+    QTimer::singleShot(0, [this] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        ASSERT_NE(box, nullptr);
+        EXPECT_EQ(stylings, 1);
+        EXPECT_FALSE(box->windowIcon().isNull());
+        box->buttons().at(1)->click();
+    });
+    EXPECT_EQ(
+        application.runAlert({.firstButton = "1", .secondButton = "2"}), AlertAnswer::secondButton);
 }
 
 TEST_F(QtApplicationTest, BringsTheWindowThatWasMadeKey)

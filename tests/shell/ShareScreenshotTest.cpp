@@ -163,7 +163,7 @@ TEST_F(ShareScreenshotTest, LeavesNothingBehindWhenTheMenuIsClosed)
     ASSERT_NE(menu, nullptr);
     press(*menu, Qt::Key_Escape);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_EQ(window().findChild<QMenu*>(), nullptr);
+    EXPECT_EQ(window().findChild<QMenu*>(QString(), Qt::FindDirectChildrenOnly), nullptr);
     EXPECT_EQ(QApplication::focusWidget(), &button());
     EXPECT_TRUE(QGuiApplication::clipboard()->image().isNull());
 }
@@ -175,7 +175,7 @@ TEST_F(ShareScreenshotTest, DoesNothingWithoutAWindowThatHasTheFocus)
     ASSERT_EQ(QApplication::activeWindow(), nullptr);
     button().share();
     EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
-    EXPECT_EQ(window().findChild<QMenu*>(), nullptr);
+    EXPECT_EQ(window().findChild<QMenu*>(QString(), Qt::FindDirectChildrenOnly), nullptr);
 }
 
 } // namespace
