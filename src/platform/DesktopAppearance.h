@@ -22,7 +22,8 @@ public:
     virtual ~DesktopAppearance() = default;
 
     /// Calls `changed` with what is known now, and at each change as long as the subscription
-    /// lives. macOS: the application's effective appearance; Linux: the settings portal.
+    /// lives. macOS: the application's effective appearance; Linux: the settings
+    /// portal, else the theme that the desktop shares or KDE's colours.
     [[nodiscard]] virtual Subscription observe(std::function<void(const Appearance&)> changed) = 0;
 
     /// Whether a window may be partly transparent at the moment. macOS: always; Linux: Wayland, or

@@ -7,6 +7,7 @@
 #include "platform/linux/DesktopEntries.h"
 #include "platform/linux/FrontApplication.h"
 #include "platform/linux/KernelTime.h"
+#include "platform/linux/LinuxAppearance.h"
 #include "platform/linux/LinuxBundleValues.h"
 #include "platform/linux/LinuxChildProcess.h"
 #include "platform/linux/LinuxHostFacts.h"
@@ -15,7 +16,6 @@
 #include "platform/linux/Logind.h"
 #include "platform/linux/NotificationIcon.h"
 #include "platform/linux/Notifications.h"
-#include "platform/linux/PortalAppearance.h"
 #include "platform/linux/ProcIdleMemory.h"
 #include "platform/linux/ProcKernelFigures.h"
 #include "platform/linux/ScreenSaverSignals.h"
@@ -123,7 +123,6 @@ struct LinuxPlatform::Parts {
     ProcKernelFigures kernelFigures{};
 
     X11Connection x11{};
-    PortalAppearance appearance{x11};
     DesktopEntries entries{DesktopEntries::standardDirectories(), languageKeys(messageLocale())};
     FrontApplication front{x11, entries, mainLoop};
     LinuxWorkspace workspace{front};
@@ -148,6 +147,7 @@ struct LinuxPlatform::Parts {
     ScreenSaverSignals desktopSaver{sessionBus, sourceOf(ScreenSource::desktopSaver)};
     Logind logind;
 
+    LinuxAppearance appearance{sessionBus, x11};
     X11KeyCounting displayKeys{x11};
     X11Accessibility accessibility{displayKeys};
     LinuxInputSource inputSource{sessionBus, x11, mainLoop, workQueues};

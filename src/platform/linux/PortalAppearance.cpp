@@ -1,11 +1,11 @@
 #include "platform/linux/PortalAppearance.h"
 
-#include "platform/linux/BusConnecting.h"
+#include "platform/linux/Bus.h"
 #include "platform/linux/Calls.h"
-#include "platform/linux/X11Connection.h"
-#include "platform/linux/XcbReply.h"
 
 #include <QDBusArgument>
+#include <QDBusServiceWatcher>
+#include <QPointer>
 
 #include <algorithm>
 #include <array>
@@ -56,35 +56,33 @@ std::optional<Color> colorOf(const QVariant& value)
 
 } // namespace
 
-bool PortalAppearance::canBlendWindows() const
+PortalAppearance::PortalAppearance(Bus& sessionBus, std::function<void()> changed)
+    : sessionBus(sessionBus)
+    , changed(std::move(changed))
 {
-    if (!x11.isUsable()) {
-        return true;
-    }
-    const auto cookie = xcb_get_selection_owner(x11.get(), x11.atom("_NET_WM_CM_S0"));
-    const XcbReply<xcb_get_selection_owner_reply_t> reply(
-        xcb_get_selection_owner_reply(x11.get(), cookie, nullptr));
-    x11.drain();
-    return reply && reply->owner != XCB_NONE;
+    sessionBus.whenThere([self = QPointer<PortalAppearance>(this)](const QDBusConnection& bus) {
+        if (self) {
+            self->listen(bus);
+        }
+    });
 }
 
-Subscription PortalAppearance::observe(std::function<void(const Appearance&)> changed)
-{
-    if (!std::exchange(isConnected, true)) {
-        connectToPortal();
-    }
-    changed(appearance.get());
-    return appearance.observe(std::move(changed));
-}
+PortalAppearance::~PortalAppearance() = default;
 
-void PortalAppearance::connectToPortal()
+void PortalAppearance::listen(const QDBusConnection& bus)
 {
-    if (sessionBusAddress().isEmpty()) {
-        return;
-    }
-    QDBusConnection::sessionBus().connect(QString(), kPath, kSettings,
-        QStringLiteral("SettingChanged"), this,
+    auto connection = bus;
+    connection.connect(QString(), kPath, kSettings, QStringLiteral("SettingChanged"), this,
         SLOT(settingChanged(QString, QString, QDBusVariant)));
+    comings = std::make_unique<QDBusServiceWatcher>(
+        kPortal, connection, QDBusServiceWatcher::WatchForRegistration);
+    connect(
+        comings.get(), &QDBusServiceWatcher::serviceRegistered, this, &PortalAppearance::askAll);
+    askAll();
+}
+
+void PortalAppearance::askAll()
+{
     ask(kColorScheme);
     ask(kAccentColor);
 }
@@ -93,11 +91,14 @@ void PortalAppearance::ask(const QString& key)
 {
     auto call = QDBusMessage::createMethodCall(kPortal, kPath, kSettings, QStringLiteral("Read"));
     call << kSpace << key;
-    callLater(QDBusConnection::sessionBus(), call, this, [this, key](const QDBusMessage& reply) {
-        if (reply.type() == QDBusMessage::ReplyMessage) {
-            take(key, reply.arguments().value(0));
-        }
-    });
+    callLater(
+        sessionBus.connection(), call, this,
+        [this, key](const QDBusMessage& reply) {
+            if (reply.type() == QDBusMessage::ReplyMessage) {
+                take(key, reply.arguments().value(0));
+            }
+        },
+        StartsService::yes);
 }
 
 void PortalAppearance::settingChanged(
@@ -111,16 +112,15 @@ void PortalAppearance::settingChanged(
 void PortalAppearance::take(const QString& key, const QVariant& value)
 {
     const QVariant plain = unwrapped(value);
-    Appearance next = appearance.get();
     if (key == kColorScheme) {
         const uint scheme = plain.toUInt(); // 0: no preference, 1: dark, 2: light
-        next.isDark = scheme == 0 ? std::nullopt : std::optional(scheme == 1);
+        told.isDark = scheme == 0 ? std::nullopt : std::optional(scheme == 1);
     } else if (key == kAccentColor) {
-        next.accent = colorOf(plain);
+        told.accent = colorOf(plain);
     } else {
         return;
     }
-    appearance.set(next);
+    changed();
 }
 
 } // namespace quillbrook

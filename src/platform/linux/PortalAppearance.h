@@ -4,36 +4,46 @@
 
 #include <QDBusVariant>
 #include <QObject>
+#include <QString>
 
 #include <functional>
+#include <memory>
+
+class QDBusConnection;
+class QDBusServiceWatcher;
 
 namespace quillbrook {
 
-class X11Connection;
+class Bus;
 
-/// What the settings portal of the session bus tells; it is asked at the first observer, as only
-/// windows want to know. Without a portal nothing is ever told.
-class PortalAppearance final : public QObject, public DesktopAppearance {
+/// What the settings portal of the session bus tells. The bus may start it, and it may come later.
+/// Main thread only.
+class PortalAppearance final : public QObject {
     Q_OBJECT
 
 public:
-    explicit PortalAppearance(X11Connection& x11) : x11(x11) {}
+    /// Calls `changed` when the portal has answered and at each change.
+    PortalAppearance(Bus& sessionBus, std::function<void()> changed);
+    ~PortalAppearance() override;
 
-    Subscription observe(std::function<void(const Appearance&)> changed) override;
-    /// Asks the X server for its compositor, which may come and go.
-    bool canBlendWindows() const override;
+    PortalAppearance(const PortalAppearance&) = delete;
+    PortalAppearance& operator=(const PortalAppearance&) = delete;
+
+    const Appearance& appearance() const { return told; }
 
 private Q_SLOTS:
     void settingChanged(const QString& space, const QString& key, const QDBusVariant& value);
 
 private:
-    void connectToPortal();
+    void listen(const QDBusConnection& bus);
+    void askAll();
     void ask(const QString& key);
     void take(const QString& key, const QVariant& value);
 
-    X11Connection& x11;
-    bool isConnected = false;
-    Property<Appearance> appearance{};
+    Bus& sessionBus;
+    std::function<void()> changed;
+    std::unique_ptr<QDBusServiceWatcher> comings{}; // of portals
+    Appearance told{};
 };
 
 } // namespace quillbrook
