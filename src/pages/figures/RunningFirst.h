@@ -12,10 +12,10 @@ template <typename Period>
 std::vector<Period> runningFirst(std::vector<Period> periods)
 {
     std::ranges::stable_sort(periods, [](const Period& left, const Period& right) {
-        return std::weak_order(left.startedAt, right.startedAt) > 0;
+        return std::is_gt(std::weak_order(left.startedAt, right.startedAt));
     });
-    std::ranges::stable_partition(
-        periods, [](const Period& period) { return !period.endedAt.has_value(); });
+    std::stable_partition(periods.begin(), periods.end(),
+        [](const Period& period) { return !period.endedAt.has_value(); });
     return periods;
 }
 

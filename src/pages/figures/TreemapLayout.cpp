@@ -83,7 +83,7 @@ Point tooltipCenter(const Rect& cell, double treemapWidth)
 
 Color categoryColor(std::string_view label)
 {
-    const auto found = std::find_if(categorySeedTable.begin(), categorySeedTable.end(),
+    const auto* const found = std::find_if(categorySeedTable.begin(), categorySeedTable.end(),
         [&](const CategorySeed& category) { return category.label == label; });
     return colorFromHex(found == categorySeedTable.end() ? kUnknownCategoryColor : found->color);
 }

@@ -104,7 +104,7 @@ void Bus::disconnected()
 void Bus::retryLater()
 {
     mainLoop.runAfter(kRetrySec, [self = QPointer<Bus>(this)] {
-        if (self) {
+        if (!self.isNull()) {
             self->connectToBus();
         }
     });

@@ -30,7 +30,7 @@ Fcitx5InputMethod::Fcitx5InputMethod(Bus& sessionBus) : sessionBus(sessionBus)
     sessionBus.whenGone([this] { went(); });
 }
 
-void Fcitx5InputMethod::setUp(QDBusConnection bus)
+void Fcitx5InputMethod::setUp(const QDBusConnection& bus)
 {
     watcher.setConnection(bus);
     auto call = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"),

@@ -36,7 +36,7 @@ private:
         QString nativeName;
     };
 
-    void setUp(QDBusConnection bus);
+    void setUp(const QDBusConnection& bus);
     void came();
     void went();
     void askForNames();

@@ -5,8 +5,8 @@
 #include "platform/linux/X11Connection.h"
 #include "platform/linux/XcbReply.h"
 
+#include <algorithm>
 #include <cstddef>
-#include <ranges>
 #include <utility>
 #include <vector>
 
@@ -140,9 +140,10 @@ xcb_window_t X11ScreenLocker::findCover() const
             xcb_get_geometry_reply(x11.get(), xcb_get_geometry(x11.get(), window), nullptr));
     };
     const auto screen = geometryOf(x11.root());
-    const auto windows = childrenOf(x11, x11.root());
+    auto windows = childrenOf(x11, x11.root());
+    std::ranges::reverse(windows); // from the top
     std::size_t count = 0;
-    for (const xcb_window_t window : windows | std::views::reverse) { // from the top
+    for (const xcb_window_t window : windows) {
         const XcbReply<xcb_get_window_attributes_reply_t> attributes(
             xcb_get_window_attributes_reply(
                 x11.get(), xcb_get_window_attributes(x11.get(), window), nullptr));
