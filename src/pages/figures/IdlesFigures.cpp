@@ -77,7 +77,7 @@ std::string idleCountText(std::size_t count)
 
 std::vector<TableColumn> idleColumns()
 {
-    return {{.title = "#", .width = 36, .alignment = TextAlignment::trailing},
+    return {{.title = "#", .width = 36, .alignment = TextAlignment::trailing, .namesTheRow = true},
         {.title = "日期", .width = 45}, {.title = "开始", .width = 70},
         {.title = "结束", .width = 70},
         {.title = "时长", .width = 80, .alignment = TextAlignment::trailing},

@@ -66,7 +66,7 @@ std::string sessionCountText(std::size_t count)
 
 std::vector<TableColumn> sessionColumns()
 {
-    return {{.title = "日期", .width = 45}, {.title = "应用", .width = 150, .takesTheRest = true},
+    return {{.title = "日期", .width = 45}, {.title = "应用", .width = 150, .namesTheRow = true},
         {.title = "开始", .width = 70}, {.title = "结束", .width = 70},
         {.title = "时长", .width = 65, .alignment = TextAlignment::trailing},
         {.title = "关闭", .width = 110, .alignment = TextAlignment::center},

@@ -49,7 +49,17 @@ void MenuPicker::setChoices(const QStringList& newChoices)
 void MenuPicker::setCurrent(int index)
 {
     chosen = index;
-    const QString choice = choices.value(index);
+    showChoice(choices.value(index));
+}
+
+void MenuPicker::showOther(const QString& choice)
+{
+    chosen = -1;
+    showChoice(choice);
+}
+
+void MenuPicker::showChoice(const QString& choice)
+{
     setText(choice);
     setShortcut({}); // an ampersand in a name is no mnemonic
     // The choice once more as description: Linux hands on no text as an element's value, nor its

@@ -22,10 +22,12 @@ public:
     /// the first is present. No signal.
     void setChoices(const QStringList& choices);
 
-    /// -1 while there are no choices.
+    /// -1 while none of the choices is present.
     int current() const { return chosen; }
     /// Without a signal.
     void setCurrent(int index);
+    /// Shows a choice that is not among those offered, so that each of them can be picked.
+    void showOther(const QString& choice);
 
     /// The menu as a press opens it, to be destroyed by the caller.
     QMenu* makeMenu();
@@ -43,6 +45,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void showChoice(const QString& choice);
     void openMenu();
     void pick(int index);
 

@@ -15,6 +15,7 @@ namespace quillbrook {
 namespace {
 
 constexpr int kFewestRows = 3; // that a table shows, however little room there is
+constexpr double kLeastShare = 0.75; // of its width, that a column keeps in a narrow place
 constexpr int kRowHeight = TableSizes::kLine + 2 * TableSizes::kRowPadding;
 
 void setForm(QTableView& view)
@@ -61,15 +62,17 @@ void Table::setRows(int count, CellAt cellAt)
 void Table::fitColumns()
 {
     const int count = model->columnCount();
-    int total = 0;
+    int wanted = 0;
+    int room = rows->viewport()->width();
     for (int column = 0; column < count; ++column) {
-        total += TableSizes::sectionWidth(*model, column);
+        wanted += model->column(column).width;
+        room -= TableSizes::padding(*model, column);
     }
-    const int rest = std::max(0, rows->viewport()->width() - total);
+    const double share = std::clamp(room / static_cast<double>(wanted), kLeastShare, 1.0);
     for (int column = 0; column < count; ++column) {
-        rows->setColumnWidth(column,
-            TableSizes::sectionWidth(*model, column)
-                + (model->column(column).takesTheRest ? rest : 0));
+        const int width = static_cast<int>(model->column(column).width * share);
+        const int rest = model->column(column).takesTheRest ? std::max(0, room - wanted) : 0;
+        rows->setColumnWidth(column, width + TableSizes::padding(*model, column) + rest);
     }
 }
 

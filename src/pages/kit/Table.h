@@ -15,8 +15,9 @@ namespace quillbrook {
 class TableModel;
 
 /// Rows and columns under a header that stays while the rows scroll. A cell is asked for when it is
-/// seen or read, so that many thousands of rows cost no more than those on screen. Screen readers
-/// find a table with its header.
+/// seen or read, so that many thousands of rows cost no more than those on screen. In a narrow
+/// place all columns become narrower alike, before they scroll. Screen readers find a table with
+/// its header.
 class Table final : public Panel {
     Q_OBJECT
 

@@ -1,5 +1,6 @@
 #include "pages/kit/TableModel.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace quillbrook {
@@ -47,9 +48,16 @@ QVariant TableModel::data(const QModelIndex& index, int role) const
 
 QVariant TableModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    return orientation == Qt::Horizontal && role == Qt::DisplayRole
-        ? QVariant(QString::fromStdString(column(section).title))
-        : QVariant();
+    if (role != Qt::DisplayRole) {
+        return {};
+    }
+    if (orientation == Qt::Horizontal) {
+        return QString::fromStdString(column(section).title);
+    }
+    const auto naming = std::ranges::find_if(columns, &TableColumn::namesTheRow);
+    return naming == columns.end()
+        ? QVariant()
+        : QString::fromStdString(cellAt(section, static_cast<int>(naming - columns.begin())).text);
 }
 
 Qt::ItemFlags TableModel::flags(const QModelIndex& index) const

@@ -53,20 +53,26 @@ double leftOf(const QRectF& place, Qt::AlignmentFlag alignment, double contentWi
                                               : rest / 2);
 }
 
+int leftPadding(int column)
+{
+    return column == 0 ? TableSizes::kSidePadding : TableSizes::kGap / 2;
+}
+
+int rightPadding(const TableModel& model, int column)
+{
+    return column == model.columnCount() - 1 ? TableSizes::kSidePadding : TableSizes::kGap / 2;
+}
+
 } // namespace
 
-int TableSizes::sectionWidth(const TableModel& model, int column)
+int TableSizes::padding(const TableModel& model, int column)
 {
-    const int left = column == 0 ? kSidePadding : kGap / 2;
-    const int right = column == model.columnCount() - 1 ? kSidePadding : kGap / 2;
-    return left + model.column(column).width + right;
+    return leftPadding(column) + rightPadding(model, column);
 }
 
 QRect TableSizes::textPlace(const QRect& section, const TableModel& model, int column)
 {
-    const int left = column == 0 ? kSidePadding : kGap / 2;
-    const int right = column == model.columnCount() - 1 ? kSidePadding : kGap / 2;
-    return section.adjusted(left, 0, -right, 0);
+    return section.adjusted(leftPadding(column), 0, -rightPadding(model, column), 0);
 }
 
 TableHeader::TableHeader(const TableModel& model, QWidget* parent)

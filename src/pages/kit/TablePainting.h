@@ -18,8 +18,8 @@ constexpr int kLine = 16; // the height of a row's text
 constexpr int kHeaderLine = 13;
 constexpr int kRadius = 8; // of the table's corners
 
-/// The width of a column with its part of the gaps.
-int sectionWidth(const TableModel& model, int column);
+/// What a column has beside its width: its part of the gaps.
+int padding(const TableModel& model, int column);
 
 /// The place of a column's text within its section.
 QRect textPlace(const QRect& section, const TableModel& model, int column);

@@ -13,6 +13,7 @@ struct TableColumn {
     int width = 0; // points, without the gaps at its sides
     TextAlignment alignment = TextAlignment::leading;
     bool takesTheRest = false; // grows to what is left of the table's width
+    bool namesTheRow = false; // its text is what screen readers call the row
 
     bool operator==(const TableColumn&) const = default;
 };

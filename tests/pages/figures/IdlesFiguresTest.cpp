@@ -69,7 +69,10 @@ TEST(IdleCountText, CountsRecords)
 TEST(IdleColumns, StandInTheirOrder)
 {
     EXPECT_THAT(idleColumns(),
-        ElementsAre(TableColumn{"#", 36, TextAlignment::trailing}, TableColumn{"日期", 45},
+        ElementsAre(TableColumn{.title = "#",
+                        .width = 36,
+                        .alignment = TextAlignment::trailing,
+                        .namesTheRow = true}, TableColumn{"日期", 45},
             TableColumn{"开始", 70}, TableColumn{"结束", 70},
             TableColumn{"时长", 80, TextAlignment::trailing},
             TableColumn{"来源", 55, TextAlignment::center},

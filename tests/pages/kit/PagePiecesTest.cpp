@@ -264,6 +264,21 @@ TEST(MenuPicker, KeepsItsChoiceByItsText)
     EXPECT_EQ(picker.current(), -1);
 }
 
+TEST(MenuPicker, OffersEveryChoiceWhileItShowsAnother)
+{
+    MenuPicker picker("app", 130);
+    picker.setChoices({"all", "Mail"});
+    picker.showOther("Gone");
+    EXPECT_EQ(picker.current(), -1);
+    EXPECT_EQ(picker.accessibleValue(), "Gone");
+    int picked = -1;
+    QObject::connect(&picker, &MenuPicker::picked, [&](int index) { picked = index; });
+    const std::unique_ptr<QMenu> menu(picker.makeMenu());
+    menu->actions()[0]->trigger();
+    EXPECT_EQ(picked, 0);
+    EXPECT_EQ(picker.accessibleValue(), "all");
+}
+
 TEST(MenuPicker, LetsScreenReadersHearItsChoice)
 {
     MenuPicker picker("app", 130);

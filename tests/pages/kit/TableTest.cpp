@@ -97,7 +97,33 @@ TEST(Table, GivesTheRestOfItsWidthToTheColumnThatTakesIt)
     EXPECT_EQ(table.view().columnWidth(0) + table.view().columnWidth(1), 600);
     EXPECT_EQ(table.view().columnWidth(1), 4 + 70 + 16);
     table.resize(200, 200);
-    EXPECT_EQ(table.view().columnWidth(0), 16 + 150 + 4); // and the rest scrolls
+    EXPECT_EQ(table.view().columnWidth(0), 16 + 112 + 4); // and the rest scrolls
+}
+
+TEST(Table, NarrowsItsColumnsAlikeBeforeTheyScroll)
+{
+    Table table("sessions", columns()); // 220 points, and 40 of padding
+    table.show();
+    const auto widths = [&table](int width) {
+        table.resize(width, 200);
+        return std::pair(table.view().columnWidth(0) - 20, table.view().columnWidth(1) - 20);
+    };
+    EXPECT_EQ(widths(260), std::pair(150, 70));
+    EXPECT_EQ(widths(40 + 176), std::pair(120, 56));
+    EXPECT_EQ(widths(40 + 165), std::pair(112, 52));
+    EXPECT_EQ(table.view().horizontalScrollBar()->maximum(), 0);
+    EXPECT_EQ(widths(40 + 100), std::pair(112, 52));
+    EXPECT_GT(table.view().horizontalScrollBar()->maximum(), 0);
+}
+
+TEST(Table, CallsARowByTheColumnThatNamesIt)
+{
+    std::vector<TableColumn> naming = columns();
+    naming[1].namesTheRow = true;
+    Table table("sessions", naming);
+    table.setRows(2, numbered);
+    auto* interface = QAccessible::queryAccessibleInterface(&table.view())->tableInterface();
+    EXPECT_EQ(interface->rowDescription(1), "time 1");
 }
 
 TEST(Table, IsOneStopOfTheTabKey)
