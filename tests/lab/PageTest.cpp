@@ -82,6 +82,24 @@ TEST_F(PageTest, ShowsTheCellsOfThePast)
         lab.read("text"), HasSubstr(R"("role": "picker", "name": "时段", "value": "本周")"));
 }
 
+TEST_F(PageTest, ListsARowOfATableAsAWholeAndByCell)
+{
+    EXPECT_EQ(page("--tab Sessions --text " + lab.path("text")).status, 0);
+    const std::string text = lab.read("text");
+    EXPECT_THAT(text, HasSubstr(R"("role": "picker", "name": "状态", "value": "全部")"));
+    EXPECT_THAT(text, HasSubstr(R"("role": "text", "name": "时长", "value": "")"));
+    EXPECT_THAT(text,
+        HasSubstr(R"("role": "row", "name": "Editor", )"
+                  R"("value": "今天, 08:01:00, 08:07:00, 6.0分钟, idle_recover, recover")"));
+    EXPECT_THAT(text, HasSubstr(R"("role": "text", "name": "08:07:00", "value": "")"));
+}
+
+TEST_F(PageTest, GrowsUntilAllRowsOfATableAreSeen)
+{
+    EXPECT_EQ(page("--tab Sessions --size 820x300 --full --png " + lab.path("p.png")).status, 0);
+    EXPECT_GT(QImage(QString::fromStdString(lab.path("p.png"))).height(), 500);
+}
+
 TEST_F(PageTest, DrawsInTheSizeAndScaleThatAreAskedFor)
 {
     EXPECT_EQ(page("--tab Past --size 820x560 --scale 1.5 --png " + lab.path("p.png")).status, 0);

@@ -13,11 +13,11 @@
 #include "report/DataProvider.h"
 #include "shell/DashboardWindowController.h"
 
+#include <QAbstractScrollArea>
 #include <QApplication>
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QScrollArea>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -166,7 +166,7 @@ void settle(VirtualMachine& machine)
 int hiddenHeight(const QWidget& window)
 {
     int hidden = 0;
-    for (const QScrollArea* area : window.findChildren<QScrollArea*>()) {
+    for (const auto* area : window.findChildren<QAbstractScrollArea*>()) {
         if (area->isVisible()) {
             hidden = std::max(hidden, area->verticalScrollBar()->maximum());
         }

@@ -4,9 +4,11 @@
 #include "pages/views/AlertsView.h"
 #include "pages/views/FocusView.h"
 #include "pages/views/HabitView.h"
+#include "pages/views/IdlesView.h"
 #include "pages/views/KeylogView.h"
 #include "pages/views/PastPage.h"
 #include "pages/views/PlaceholderPage.h"
+#include "pages/views/SessionsView.h"
 #include "pages/views/TodayPage.h"
 
 #include <algorithm>
@@ -38,8 +40,8 @@ constexpr std::array kPages = {
     PageEntry{NavTab::keylog, "活动", "keyboard", make<KeylogView>},
     PageEntry{NavTab::alerts, "活动", "exclamationmark.triangle", make<AlertsView>},
     PageEntry{NavTab::about, {}, "info.circle", makePlaceholder<NavTab::about>},
-    PageEntry{NavTab::session, {}, "doc.text.magnifyingglass", makePlaceholder<NavTab::session>},
-    PageEntry{NavTab::idles, {}, "doc.text.magnifyingglass", makePlaceholder<NavTab::idles>},
+    PageEntry{NavTab::session, {}, "doc.text.magnifyingglass", make<SessionsView>},
+    PageEntry{NavTab::idles, {}, "doc.text.magnifyingglass", make<IdlesView>},
 };
 
 } // namespace

@@ -72,8 +72,8 @@ TEST(IdleColumns, StandInTheirOrder)
         ElementsAre(TableColumn{.title = "#",
                         .width = 36,
                         .alignment = TextAlignment::trailing,
-                        .namesTheRow = true}, TableColumn{"日期", 45},
-            TableColumn{"开始", 70}, TableColumn{"结束", 70},
+                        .namesTheRow = true},
+            TableColumn{"日期", 45}, TableColumn{"开始", 70}, TableColumn{"结束", 70},
             TableColumn{"时长", 80, TextAlignment::trailing},
             TableColumn{"来源", 55, TextAlignment::center},
             TableColumn{"状态", 60, TextAlignment::center}));

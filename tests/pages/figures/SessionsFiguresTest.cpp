@@ -145,7 +145,8 @@ TEST(SessionOptions, AreThoseOfThePickers)
 TEST(SessionColumns, StandInTheirOrder)
 {
     EXPECT_THAT(sessionColumns(),
-        ElementsAre(TableColumn{"日期", 45}, TableColumn{.title = "应用", .width = 150, .namesTheRow = true},
+        ElementsAre(TableColumn{"日期", 45},
+            TableColumn{.title = "应用", .width = 150, .namesTheRow = true},
             TableColumn{"开始", 70}, TableColumn{"结束", 70},
             TableColumn{"时长", 65, TextAlignment::trailing},
             TableColumn{"关闭", 110, TextAlignment::center},
