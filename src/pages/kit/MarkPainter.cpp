@@ -6,6 +6,7 @@
 #include "pages/kit/Symbol.h"
 #include "pages/kit/TextDrawing.h"
 
+#include <QLinearGradient>
 #include <QPainter>
 #include <QPainterPath>
 
@@ -85,6 +86,11 @@ struct Paint {
         for (const QColor& fill : layers()) {
             fillRounded(painter, rect, box.radius, fill);
         }
+        if (mark.gradient.size() > 1) {
+            painter.setPen(Qt::NoPen);
+            painter.setBrush(gradientAlong(rect));
+            painter.drawRoundedRect(rect, box.radius, box.radius);
+        }
         if (mark.stroke) {
             const double width = deviceLineWidth(painter, mark.stroke->width);
             const double half = width / 2;
@@ -146,6 +152,17 @@ struct Paint {
     }
 
 private:
+    QLinearGradient gradientAlong(const QRectF& rect) const
+    {
+        QLinearGradient gradient(rect.topLeft(), rect.topRight());
+        const auto last = static_cast<double>(mark.gradient.size() - 1);
+        for (std::size_t stop = 0; stop < mark.gradient.size(); ++stop) {
+            gradient.setColorAt(
+                static_cast<double>(stop) / last, Look::color(mark.gradient[stop], palette));
+        }
+        return gradient;
+    }
+
     /// What is filled, from the lowest: all fills, or what they make of the ground.
     std::vector<QColor> layers() const
     {

@@ -181,16 +181,20 @@ bool MarkView::event(QEvent* event)
     return true;
 }
 
-void MarkView::paintEvent(QPaintEvent*)
+void MarkView::paintEvent(QPaintEvent* event)
 {
+    const QRectF dirty = event->region().boundingRect();
     QPainter painter(this);
     if (cornerRadius > 0) {
         QPainterPath corners;
         corners.addRoundedRect(rect(), cornerRadius, cornerRadius);
         painter.setClipPath(corners);
     }
+    // Next to something that moves a small part is painted often.
     for (const Mark& mark : marks()) {
-        paintMark(painter, mark, palette());
+        if (toQRectF(reach(mark)).intersects(dirty)) {
+            paintMark(painter, mark, palette());
+        }
     }
     const bool isMarkReached = current && isReachedByKeys;
     drawFocusRing(painter, *this,

@@ -48,6 +48,16 @@ constexpr bool contains(const Rect& rect, Point point)
         && point.y < bottom(rect);
 }
 
+/// The smallest rectangle that holds both.
+constexpr Rect united(const Rect& a, const Rect& b)
+{
+    const double x = a.x < b.x ? a.x : b.x;
+    const double y = a.y < b.y ? a.y : b.y;
+    const double end = right(a) > right(b) ? right(a) : right(b);
+    const double low = bottom(a) > bottom(b) ? bottom(a) : bottom(b);
+    return {x, y, end - x, low - y};
+}
+
 /// `rect` without a border of `x` at its sides and `y` above and below.
 constexpr Rect inset(const Rect& rect, double x, double y)
 {

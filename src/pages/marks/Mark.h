@@ -90,6 +90,7 @@ struct Mark {
     Shape shape = Box{};
     std::vector<Tint> fills{}; // one layer over the other; none paints nothing
     std::optional<InterfaceColor> ground{}; // mixed with the fills into one opaque layer
+    std::vector<Tint> gradient{}; // of a box, from left to right in equal steps; empty for none
     std::optional<Stroke> stroke{};
     std::vector<TextLine> texts{};
     std::vector<SymbolMark> symbols{};
@@ -104,8 +105,14 @@ struct Mark {
 /// The place that a shape takes, without its stroke.
 Rect bounds(const Shape& shape);
 
+/// The place that all of a mark takes at most: its shape, stroke, texts and symbols.
+Rect reach(const Mark& mark);
+
 /// A text by itself, which is read as it is drawn.
 Mark textMark(TextLine line);
+
+/// A line of text with a soft edge, which keeps it readable on a ground of nearly its own colour.
+std::vector<TextLine> edgedText(const TextLine& line, Tint edge);
 
 /// A line for the eye alone.
 Mark lineMark(Point from, Point to, Tint tint, double width = 1);

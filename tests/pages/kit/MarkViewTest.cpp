@@ -307,5 +307,35 @@ TEST(PaintMark, TakesItsColoursFromThePalette)
     EXPECT_EQ(Look::color(Tint{InterfaceColor::windowBackground}, dark), QColor(Qt::black));
 }
 
+TEST_F(MarkViewTest, PaintsTheSameInPartsAsInOne)
+{
+    view.resize(120, 60);
+    show({boxMark({0, 0, 120, 60}, {SystemColor::gray}),
+        {.shape = Box{{20, 20, 20, 20}, 4},
+            .stroke = Stroke{{SystemColor::red}, 6},
+            .texts = {{.place = {20, 28, 20, 2}, .text = "高", .face = {.pixels = 18}}}},
+        {.shape = Box{{90, 20, 4, 4}},
+            .symbols = {{.place = {60, 40, 16, 16}, .symbol = "heart.fill"}}}});
+    const QImage whole = view.grab().toImage();
+    for (int x = 0; x < 120; x += 3) {
+        for (int y = 0; y < 60; y += 3) {
+            const QRect part(x, y, 3, 3);
+            ASSERT_EQ(view.grab(part).toImage(), whole.copy(part)) << x << " " << y;
+        }
+    }
+}
+
+TEST_F(MarkViewTest, PaintsAGradientFromLeftToRight)
+{
+    show({{.shape = Box{{0, 0, 100, 40}},
+        .gradient = {{Color{0, 0, 0}}, {Color{255, 0, 0}}, {Color{0, 0, 255}}}}});
+    const QImage image = view.grab().toImage();
+    EXPECT_LT(qRed(image.pixel(0, 20)), 8);
+    EXPECT_NEAR(qRed(image.pixel(25, 20)), 128, 8);
+    EXPECT_GT(qRed(image.pixel(50, 20)), 247);
+    EXPECT_NEAR(qBlue(image.pixel(75, 20)), 128, 8);
+    EXPECT_GT(qBlue(image.pixel(99, 20)), 247);
+}
+
 } // namespace
 } // namespace quillbrook
