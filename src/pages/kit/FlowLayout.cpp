@@ -81,11 +81,10 @@ QList<QRect> FlowLayout::placesFor(int width) const
     QPoint next;
     int rowHeight = 0;
     const auto endRow = [&] {
-        const int rest = width - (next.x() - spacing());
-        if (rows == Rows::centered && rest > 0) {
-            for (qsizetype i = first; i < places.size(); ++i) {
-                places[i].translate(rest / 2, 0);
-            }
+        const int rest = std::max(width - (next.x() - spacing()), 0);
+        for (qsizetype i = first; i < places.size(); ++i) {
+            places[i].translate(
+                rows == Rows::centered ? rest / 2 : 0, (rowHeight - places[i].height()) / 2);
         }
         first = places.size();
     };

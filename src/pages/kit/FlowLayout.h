@@ -7,8 +7,8 @@
 
 namespace quillbrook {
 
-/// Places its items in rows from left to right, each at its size hint, and begins a new row where
-/// the width ends.
+/// Places its items in rows from left to right, each at its size hint and at half the height of its
+/// row, and begins a new row where the width ends.
 class FlowLayout final : public QLayout {
 public:
     enum class Rows : std::uint8_t { fromTheLeft, centered };
