@@ -344,9 +344,9 @@ TEST_F(DashboardTest, RefreshesWhenAPeriodChanges)
 
 TEST_F(DashboardTest, ShowsTheTitleOfAPageThatIsStillToCome)
 {
-    show(NavTab::life);
+    show(NavTab::about);
     EXPECT_THAT(elementsOf(window(), QAccessible::StaticText),
-        Contains(Element{QAccessible::StaticText, "Future", ""}));
+        Contains(Element{QAccessible::StaticText, "关于", ""}));
 }
 
 TEST_F(DashboardTest, ShowsThatItLoadsUntilTheFirstData)

@@ -10,6 +10,7 @@
 #include "pages/views/PlaceholderPage.h"
 #include "pages/views/SessionsView.h"
 #include "pages/views/TodayPage.h"
+#include "pages/views/iLifeView.h"
 
 #include <algorithm>
 #include <array>
@@ -34,7 +35,7 @@ std::unique_ptr<Page> makePlaceholder(const PageTools&)
 constexpr std::array kPages = {
     PageEntry{NavTab::today, "知行", "calendar.day.timeline.left", make<TodayPage>},
     PageEntry{NavTab::history, "知行", "calendar.badge.clock", make<PastPage>},
-    PageEntry{NavTab::life, "知行", "heart.circle", makePlaceholder<NavTab::life>},
+    PageEntry{NavTab::life, "知行", "heart.circle", make<iLifeView>},
     PageEntry{NavTab::habit, "观照", "chart.bar.doc.horizontal", make<HabitView>},
     PageEntry{NavTab::focus, "观照", "scope", make<FocusView>},
     PageEntry{NavTab::keylog, "活动", "keyboard", make<KeylogView>},
