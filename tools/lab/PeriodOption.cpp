@@ -6,7 +6,7 @@ namespace quillbrook::lab {
 
 std::optional<std::string> periodOption(const Arguments& arguments, NavTab tab)
 {
-    const auto label = arguments.option("--period");
+    auto label = arguments.option("--period");
     if (!label) {
         return std::nullopt;
     }
