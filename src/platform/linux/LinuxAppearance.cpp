@@ -73,15 +73,12 @@ void LinuxAppearance::update()
 Appearance LinuxAppearance::present() const
 {
     Appearance wish = portal->appearance();
-    const Appearance desktop = kde ? kde->appearance() : Appearance{};
-    if (!wish.isDark) {
-        wish.isDark = desktop.isDark;
-    }
-    if (!wish.isDark && theme && theme->name()) {
+    if (kde) {
+        const Appearance& desktop = kde->appearance();
+        wish.isDark = wish.isDark ? wish.isDark : desktop.isDark;
+        wish.accent = wish.accent ? wish.accent : desktop.accent;
+    } else if (!wish.isDark && theme->name()) {
         wish.isDark = isDarkTheme(*theme->name());
-    }
-    if (!wish.accent) {
-        wish.accent = desktop.accent;
     }
     return wish;
 }
