@@ -15,6 +15,7 @@
 #include "support/EngineFixture.h"
 #include "support/TemporaryDirectory.h"
 
+#include <QDeadlineTimer>
 #include <QIcon>
 #include <QMenu>
 #include <QMenuBar>
@@ -438,6 +439,19 @@ TEST_F(DashboardTest, KeepsItsFrameFromRunToRun)
     restart();
     show();
     EXPECT_EQ(window().geometry(), frame);
+}
+
+TEST_F(DashboardTest, SavesItsFrameWhenItHasComeToRest)
+{
+    show();
+    window().resize(window().minimumSize() + QSize(0, 20));
+    const auto saved = [this] { return machine.userDefaults.stringForKey("DashboardWindow-v2"); };
+    const std::string before = saved();
+    const QDeadlineTimer deadline(20000);
+    while (saved() == before && !deadline.hasExpired()) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 100);
+    }
+    EXPECT_THAT(saved(), testing::EndsWith(" " + std::to_string(window().height())));
 }
 
 TEST_F(DashboardTest, LeavesAFrameThatLiesOnNoScreen)

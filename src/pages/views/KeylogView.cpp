@@ -3,7 +3,6 @@
 #include "pages/figures/KeylogFigures.h"
 #include "pages/kit/CardRow.h"
 #include "pages/kit/IconButton.h"
-#include "pages/kit/InfoPopover.h"
 #include "pages/kit/MarkView.h"
 #include "pages/kit/Motto.h"
 #include "pages/kit/PageHead.h"
@@ -11,7 +10,7 @@
 #include "pages/kit/Panel.h"
 #include "pages/kit/Section.h"
 #include "pages/views/PeriodPicker.h"
-#include "platform/qt/QtText.h"
+#include "pages/views/TokenInfoPopover.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
@@ -28,13 +27,6 @@ constexpr PanelForm kPanel{.padding = 16};
 constexpr int kMethodsWidth = 180;
 constexpr int kBetweenCharts = 16;
 constexpr int kUnderHeadline = 8;
-constexpr InfoForm kInfoForm{.width = 350,
-    .spacing = 6,
-    .nameStyle = TextStyle::caption,
-    .detailStyle = TextStyle::caption2,
-    .behindSymbol = 8,
-    .nameWidth = 56};
-
 SectionForm chartForm()
 {
     return {.panel = withoutPanel(), .spacing = kUnderHeadline};
@@ -44,7 +36,6 @@ SectionForm chartForm()
 
 KeylogView::KeylogView(const PageTools& tools, QWidget* parent)
     : Page({.around = 24, .between = 20}, parent)
-    , info(new IconButton("info.circle", kInfoPixels, "Token 换算逻辑"))
     , cards(new CardRow(kCards, kCardForm))
     , bars(new MarkView("分小时的击键次数"))
     , methods(new Section("分输入法的击键次数", chartForm()))
@@ -55,8 +46,9 @@ KeylogView::KeylogView(const PageTools& tools, QWidget* parent)
 {
     auto* head = new PageHead(new PageTitle("Every Token Counts", PageTitle::Design::serif));
     head->add(new PeriodPicker(tools.provider, NavTab::keylog, kPickerWidth));
+    auto* info = new IconButton("info.circle", kInfoPixels, "Token 换算逻辑");
     head->add(info);
-    connect(info, &IconButton::clicked, this, &KeylogView::showInfo);
+    connect(info, &IconButton::clicked, info, [info] { openTokenInfo(info); });
     ranking->content().addWidget(apps);
     ranking->setEmpty(false);
 
@@ -106,23 +98,6 @@ void KeylogView::show(const DashboardData& data)
     apps->setPicture([ranked](Size size, const TextWidth& textWidth) {
         return appTokenMarks(ranked, size, textWidth);
     });
-}
-
-void KeylogView::showInfo()
-{
-    auto* popover = new InfoPopover(kInfoForm, info);
-    popover->setAttribute(Qt::WA_DeleteOnClose);
-    popover->addHeadline("Token 换算逻辑", kInfoForm.spacing);
-    popover->addDivider();
-    for (const TokenInfo& each : tokenInfos()) {
-        popover->addEntry({.name = toQString(each.name),
-            .value = toQString(each.value),
-            .detail = toQString(each.note)});
-        popover->addDivider();
-    }
-    popover->addNote("参考：基于 GPT-4o tokenizer 实测统计");
-    popover->addNote("数据来自 keylog 工具全局 keyDown 计数");
-    popover->open();
 }
 
 } // namespace quillbrook

@@ -5,7 +5,6 @@
 namespace quillbrook {
 
 class CardRow;
-class IconButton;
 class MarkView;
 class Section;
 
@@ -22,9 +21,7 @@ public:
 
 private:
     QWidget* makeCharts();
-    void showInfo();
 
-    IconButton* info;
     CardRow* cards;
     MarkView* bars;
     Section* methods;
