@@ -21,7 +21,7 @@ OffscreenQt::OffscreenQt(const Arguments& arguments)
     qputenv("QT_SCALE_FACTOR", QByteArray::number(scale));
     QApplication::setHighDpiScaleFactorRoundingPolicy(
         Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
-    application.emplace(count, values);
+    application.emplace(count, values.data());
     installAccessibleViews();
     Look::apply(arguments.flag("--dark"), std::nullopt);
 }

@@ -3,7 +3,9 @@
 #include <QApplication>
 #include <QByteArray>
 
+#include <array>
 #include <optional>
+#include <string>
 #include <string_view>
 
 class QPixmap;
@@ -23,8 +25,8 @@ public:
 
 private:
     int count = 1;
-    char name[15] = "quillbrook-lab";
-    char* values[2] = {name, nullptr};
+    std::string name = "quillbrook-lab";
+    std::array<char*, 2> values{name.data(), nullptr};
     std::optional<QApplication> application{};
 };
 

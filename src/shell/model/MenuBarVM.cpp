@@ -79,24 +79,24 @@ bool MenuBarVM::isWarning() const
 std::vector<std::optional<MenuEntry>> MenuBarVM::menu() const
 {
     std::vector<std::optional<MenuEntry>> entries;
-    entries.push_back(MenuEntry{
+    entries.emplace_back(MenuEntry{
         MenuAction::showAlerts, filled("Alerts：{}", {std::to_string(alertCount.get())})});
-    entries.push_back(
+    entries.emplace_back(
         MenuEntry{MenuAction::showToday, filled("Hours：{}", {activeHoursStr.get()})});
     if (tokenCount.get() >= 1) {
-        entries.push_back(
+        entries.emplace_back(
             MenuEntry{MenuAction::showKeylog, filled("Tokens：{}", {tokenCountStr()})});
     }
     entries.emplace_back();
-    entries.push_back(MenuEntry{MenuAction::refresh, "刷新数据"});
+    entries.emplace_back(MenuEntry{MenuAction::refresh, "刷新数据"});
     entries.emplace_back();
-    entries.push_back(MenuEntry{MenuAction::toggleLoginItem,
+    entries.emplace_back(MenuEntry{MenuAction::toggleLoginItem,
         platform.loginItem.isEnabled() ? "开机自启：开" : "开机自启：关"});
-    entries.push_back(MenuEntry{MenuAction::quit, "退出"});
+    entries.emplace_back(MenuEntry{MenuAction::quit, "退出"});
     return entries;
 }
 
-double MenuBarVM::statsDouble(std::string_view sql, sqlite3* connection) const
+double MenuBarVM::statsDouble(std::string_view sql, sqlite3* connection)
 {
     const Statement statement = prepare(connection, sql);
     if (!statement || sqlite3_step(statement.get()) != SQLITE_ROW) {

@@ -65,7 +65,7 @@ public:
     Property<double> yearProgressPct{0}; // a fraction of 1; no view reads it
 
 private:
-    double statsDouble(std::string_view sql, sqlite3* connection) const;
+    static double statsDouble(std::string_view sql, sqlite3* connection);
     void updateYearProgress();
     void adjustFastTimer();
     void scheduleFastRefresh();
