@@ -2,6 +2,7 @@
 
 import os
 import signal
+import subprocess
 import unittest
 
 from desktop import DesktopTest, wait_for
@@ -49,13 +50,18 @@ class AppearanceTest(DesktopTest):
         self.start()
         self.wait_for_background(DARK)
 
+    def shared_settings(self):
+        """Nothing while nobody shares any."""
+        return subprocess.run(["dump_xsettings"], env=self.desktop.env, capture_output=True,
+                              text=True, check=False).stdout
+
     def test_the_theme_that_a_desktop_shares_is_followed(self):
         config = self.desktop.home + "/xsettings"
         self.write_replacing(config, 'Net/DoubleClickTime 250\nNet/ThemeName "Greybird"\n')
         self.start()
         self.wait_for_background(LIGHT)
         daemon = self.desktop.spawn(["xsettingsd", "--config", config])
-        wait_for(lambda: "Greybird" in self.desktop.tool("dump_xsettings"), "the settings")
+        wait_for(lambda: "Greybird" in self.shared_settings(), "the settings")
         self.write_replacing(config, 'Net/DoubleClickTime 250\nNet/ThemeName "Greybird-dark"\n')
         daemon.send_signal(signal.SIGHUP)
         self.wait_for_background(DARK)
