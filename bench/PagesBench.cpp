@@ -1,11 +1,7 @@
-#include "base/Fatal.h"
-#include "base/Sqlite.h"
-#include "base/Text.h"
-#include "engine/MonitorEngine.h"
+#include "bench/SeededStore.h"
 #include "pages/kit/AccessibleViews.h"
 #include "pages/kit/Look.h"
 #include "platform/virtual/VirtualApplication.h"
-#include "platform/virtual/VirtualMachine.h"
 #include "report/DataProvider.h"
 #include "shell/DashboardWindowController.h"
 
@@ -13,82 +9,49 @@
 
 #include <QApplication>
 
-#include <cstdlib>
-#include <filesystem>
-#include <memory>
+#include <algorithm>
+#include <chrono>
+#include <functional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace quillbrook {
 namespace {
 
-namespace fs = std::filesystem;
+constexpr StoreSize kMonth{30, 200};
+constexpr StoreSize kYear{365, 500};
+constexpr StoreSize kTenYears{3650, 500};
 
-constexpr double kNow = 1767225600 + 15 * 3600; // 23:00 in UTC+8
-constexpr int kSessionsADay = 500;
-
-/// A virtual machine with a store of the last `days` days, and the dashboard's surroundings.
+/// The dashboard over a store.
 class Desk {
 public:
-    explicit Desk(int days)
-    {
-        std::string pattern = (fs::temp_directory_path() / "quillbrook-bench-XXXXXX").string();
-        directory = ::mkdtemp(pattern.data());
-        machine = std::make_unique<VirtualMachine>(directory, kNow);
-        {
-            MonitorEngine engine(machine->platform());
-            engine.start();
-            engine.stop();
-        }
-        machine->endProcess();
-        fillStore(days);
-    }
-    ~Desk()
-    {
-        dashboard.reset();
-        machine.reset();
-        fs::remove_all(directory);
-    }
-
-    Desk(const Desk&) = delete;
-    Desk& operator=(const Desk&) = delete;
+    explicit Desk(StoreSize size) : store(SeededStore::ofSize(size)) {}
 
     void open()
     {
-        dashboard = std::make_unique<DashboardWindowController>(
-            machine->platform(), application, [](std::string_view) {});
-        dashboard->show();
+        dashboard.show();
         settle();
     }
 
+    void goTo(NavTab tab)
+    {
+        dashboard.show(tab);
+        settle();
+    }
+
+    SeededStore& store;
+
+private:
     /// Runs until the data is published and painted.
     void settle()
     {
-        machine->runFor(0);
+        store.machine().runFor(0);
         QApplication::processEvents();
     }
 
-    std::string storePath() const { return quillbrook::storePath(directory).string(); }
-
-    fs::path directory{};
-    std::unique_ptr<VirtualMachine> machine{};
     VirtualApplication application{};
-    std::unique_ptr<DashboardWindowController> dashboard{};
-
-private:
-    void fillStore(int days)
-    {
-        const auto store = openConnection(storePath(), SQLITE_OPEN_READWRITE).connection;
-        const std::string from = shortestText(kNow - days * 86400.0);
-        const std::string sql = filled(
-            "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i + 1 < {}) "
-            "INSERT INTO app_sessions (app_name, bundle_id, started_at, ended_at, duration_sec, "
-            "close_type) SELECT 'Application ' || (i * 7 % 30), 'org.example.a' || (i * 7 % 30), "
-            "{} + i * 172.8 + 0.123, {} + i * 172.8 + 100.623, 100.5, 1 FROM n",
-            {std::to_string(days * kSessionsADay), from, from});
-        if (sqlite3_exec(store.get(), sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) {
-            fatal(sqlite3_errmsg(store.get()));
-        }
-    }
+    DashboardWindowController dashboard{store.platform(), application, [](std::string_view) {}};
 };
 
 /// The one application object of the program, off screen.
@@ -105,48 +68,100 @@ void startQt()
     Look::apply(false, std::nullopt);
 }
 
+double millisecondsOf(const std::function<void()>& work)
+{
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    const std::chrono::duration<double, std::milli> taken
+        = std::chrono::steady_clock::now() - start;
+    return taken.count();
+}
+
+double middleOf(std::vector<double>& values)
+{
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
 /// From `show` to the first painted frame with data, the window made anew each time.
 void showDashboard(benchmark::State& state)
 {
     startQt();
-    Desk desk(static_cast<int>(state.range(0)));
+    SeededStore::ofSize(kYear);
     for (auto _ : state) {
-        desk.open();
-        state.PauseTiming();
-        desk.dashboard.reset();
-        state.ResumeTiming();
+        Desk desk(kYear);
+        state.SetIterationTime(millisecondsOf([&desk] { desk.open(); }) / 1000);
     }
 }
-BENCHMARK(showDashboard)->Arg(365)->Unit(benchmark::kMillisecond)->Iterations(20);
 
-/// From the selection of the other of two pages to its painted data.
-void switchPage(benchmark::State& state)
+/// From the selection of a page to its painted data, coming from a page without data, in turn with
+/// the page's queries alone. `first_ms` is the first switch, which makes the page; `switch_ms` and
+/// `queries_ms` are the middle ones of the others, and `own_ms` is the difference.
+void switchPage(benchmark::State& state, StoreSize size, NavTab tab)
 {
     startQt();
-    Desk desk(static_cast<int>(state.range(0)));
+    Desk desk(size);
     desk.open();
-    bool isPast = false;
+    desk.goTo(NavTab::about);
+    state.counters["first_ms"] = millisecondsOf([&desk, tab] { desk.goTo(tab); });
+    std::vector<double> switches;
+    std::vector<double> queries;
     for (auto _ : state) {
-        isPast = !isPast;
-        desk.dashboard->show(isPast ? NavTab::history : NavTab::today);
-        desk.settle();
+        desk.goTo(NavTab::about);
+        switches.push_back(millisecondsOf([&desk, tab] { desk.goTo(tab); }));
+        queries.push_back(millisecondsOf([&desk, tab] {
+            benchmark::DoNotOptimize(
+                performRefreshSync(desk.store.platform(), desk.store.path(), {.tab = tab}));
+        }));
+        state.SetIterationTime(switches.back() / 1000);
     }
+    state.counters["switch_ms"] = middleOf(switches);
+    state.counters["queries_ms"] = middleOf(queries);
+    state.counters["own_ms"] = middleOf(switches) - middleOf(queries);
 }
-BENCHMARK(switchPage)->Arg(365)->Unit(benchmark::kMillisecond)->Iterations(100);
 
-/// The queries alone that `switchPage` waits for.
-void switchPageQueries(benchmark::State& state)
+struct PageCase {
+    std::string_view name;
+    NavTab tab;
+};
+
+constexpr PageCase kPages[] = {
+    {"Today", NavTab::today},
+    {"Past", NavTab::history},
+    {"Habit", NavTab::habit},
+    {"Tokens", NavTab::keylog},
+    {"Focus", NavTab::focus},
+    {"Sessions", NavTab::session},
+    {"Idles", NavTab::idles},
+    {"Alerts", NavTab::alerts},
+    {"Future", NavTab::life},
+};
+
+void addSwitches(std::string_view place, StoreSize size, int iterations)
 {
-    Desk desk(static_cast<int>(state.range(0)));
-    bool isPast = false;
-    for (auto _ : state) {
-        isPast = !isPast;
-        const RefreshContext context{.tab = isPast ? NavTab::history : NavTab::today};
-        benchmark::DoNotOptimize(
-            performRefreshSync(desk.machine->platform(), desk.storePath(), context));
+    for (const PageCase& page : kPages) {
+        const std::string name = "switchPage/" + std::string(place) + "/" + std::string(page.name);
+        benchmark::RegisterBenchmark(name.c_str(), switchPage, size, page.tab)
+            ->Unit(benchmark::kMillisecond)
+            ->Iterations(iterations)
+            ->UseManualTime();
     }
 }
-BENCHMARK(switchPageQueries)->Arg(365)->Unit(benchmark::kMillisecond)->Iterations(100);
+
+/// Store by store, as only one is kept at a time.
+bool addAll()
+{
+    addSwitches("month", kMonth, 50);
+    benchmark::RegisterBenchmark("showDashboard", showDashboard)
+        ->Unit(benchmark::kMillisecond)
+        ->Iterations(20)
+        ->UseManualTime();
+    addSwitches("tenYears", kTenYears, 10);
+    return true;
+}
+
+[[maybe_unused]] const bool kIsAdded = addAll();
 
 } // namespace
 } // namespace quillbrook

@@ -1,10 +1,8 @@
 #include "base/Fatal.h"
 #include "base/Sqlite.h"
+#include "bench/SeededStore.h"
 #include "categories/AppCategoryList.h"
 #include "categories/CategoryStore.h"
-#include "engine/MonitorEngine.h"
-#include "lab/SeedHistory.h"
-#include "platform/virtual/VirtualMachine.h"
 #include "report/CategoryReports.h"
 #include "report/DataProvider.h"
 #include "report/SessionReports.h"
@@ -14,76 +12,14 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstdlib>
-#include <filesystem>
 #include <functional>
 #include <limits>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace quillbrook {
 namespace {
-
-namespace fs = std::filesystem;
-
-constexpr double kNow = 1767268800; // 2026-01-01T20:00:00+08:00
-
-/// How much history a store holds.
-struct StoreSize {
-    int years = 1;
-    int sessionsADay = 200;
-
-    bool operator==(const StoreSize&) const = default;
-};
-
-/// A store as the engine makes it, with history up to `kNow`.
-class SeededStore {
-public:
-    explicit SeededStore(StoreSize size) : size(size)
-    {
-        MonitorEngine engine(machine.platform());
-        engine.start();
-        engine.stop();
-        machine.endProcess();
-        const Connection store = open(SQLITE_OPEN_READWRITE);
-        if (!lab::seedHistory(store.get(),
-                {.days = 365 * size.years, .now = kNow, .sessionsPerDay = size.sessionsADay})) {
-            fatal(sqlite3_errmsg(store.get()));
-        }
-    }
-    ~SeededStore() { fs::remove_all(directory); }
-
-    SeededStore(const SeededStore&) = delete;
-    SeededStore& operator=(const SeededStore&) = delete;
-
-    /// The store of that size. Made when the last one asked for was another, which then goes.
-    static SeededStore& ofSize(StoreSize size)
-    {
-        static std::unique_ptr<SeededStore> present;
-        if (!present || present->size != size) {
-            present.reset();
-            present = std::make_unique<SeededStore>(size);
-        }
-        return *present;
-    }
-
-    Platform platform() { return machine.platform(); }
-    std::string path() const { return quillbrook::storePath(directory).string(); }
-    Connection open(int flags) const { return openConnection(path(), flags).connection; }
-
-private:
-    static fs::path makeDirectory()
-    {
-        std::string pattern = (fs::temp_directory_path() / "quillbrook-bench-XXXXXX").string();
-        return ::mkdtemp(pattern.data());
-    }
-
-    StoreSize size;
-    fs::path directory = makeDirectory();
-    VirtualMachine machine{directory, kNow};
-};
 
 std::vector<std::string>& tracedStatements()
 {
@@ -206,8 +142,8 @@ void trend(benchmark::State& state, StoreSize size)
     SeededStore& store = SeededStore::ofSize(size);
     compare(state, store, [&store] {
         const Connection connection = store.open(kReaderFlags);
-        benchmark::DoNotOptimize(
-            computeTrend(connection.get(), CategoryStore::loadRuleSet(connection.get()), kNow));
+        benchmark::DoNotOptimize(computeTrend(
+            connection.get(), CategoryStore::loadRuleSet(connection.get()), SeededStore::kNow));
     });
 }
 
@@ -276,7 +212,7 @@ bool addAll()
 {
     for (const int years : {1, 5, 10}) {
         for (const int sessionsADay : {200, 500}) {
-            const StoreSize size{years, sessionsADay};
+            const StoreSize size{365 * years, sessionsADay};
             const std::string place
                 = std::to_string(years) + "y/" + std::to_string(sessionsADay) + "/";
             for (const PageCase& page : pageCases()) {

@@ -118,8 +118,8 @@ void ContentView::showDetail()
 void ContentView::openPage(NavTab tab)
 {
     // The old page goes only once the next one stands in its place.
-    const std::unique_ptr<Page> left
-        = std::exchange(page, pageOf(tab).make({.provider = provider, .platform = platform}));
+    const std::unique_ptr<Page> left = std::exchange(
+        page, pageOf(tab).make({.provider = provider, .platform = platform}, detail));
     pageTab = tab;
     detail->addWidget(page.get());
     detail->setCurrentWidget(page.get());

@@ -3,6 +3,7 @@
 #include "pages/kit/Line.h"
 #include "pages/kit/SymbolLabel.h"
 #include "pages/kit/TextDrawing.h"
+#include "pages/kit/WrappedLabel.h"
 
 #include <QGridLayout>
 #include <QLabel>
@@ -15,13 +16,6 @@ namespace {
 constexpr int kSymbolPixels = 10; // the symbols stand at caption size
 constexpr int kUnderName = 4;
 constexpr int kBehindName = 8;
-
-QLabel* wrappedLabel(const QString& text, TextStyle style)
-{
-    QLabel* label = secondaryLabel(text, Look::font(style));
-    label->setWordWrap(true);
-    return label;
-}
 
 } // namespace
 
@@ -54,12 +48,13 @@ void InfoPopover::addEntry(const InfoEntry& entry)
     name->setMinimumWidth(form.nameWidth);
     grid->addWidget(name, 0, 1);
     if (!entry.value.isEmpty()) {
-        QLabel* value = wrappedLabel(entry.value, TextStyle::caption);
+        auto* value = new WrappedLabel(entry.value, Look::font(TextStyle::caption));
         value->setContentsMargins(kBehindName, 0, 0, 0);
         grid->addWidget(value, 0, 2);
     }
     const int first = form.isDetailUnderName ? 1 : 0;
-    grid->addWidget(wrappedLabel(entry.detail, form.detailStyle), 1, first, 1, 3 - first);
+    grid->addWidget(
+        new WrappedLabel(entry.detail, Look::font(form.detailStyle)), 1, first, 1, 3 - first);
     content()->addLayout(grid);
 }
 
@@ -70,7 +65,7 @@ void InfoPopover::addDivider()
 
 void InfoPopover::addNote(const QString& text)
 {
-    content()->addWidget(wrappedLabel(text, form.detailStyle));
+    content()->addWidget(new WrappedLabel(text, Look::font(form.detailStyle)));
 }
 
 } // namespace quillbrook

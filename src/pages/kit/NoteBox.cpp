@@ -1,11 +1,10 @@
 #include "pages/kit/NoteBox.h"
 
 #include "pages/kit/SymbolLabel.h"
-#include "pages/kit/TextDrawing.h"
 #include "pages/kit/TintedLabel.h"
+#include "pages/kit/WrappedLabel.h"
 
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QVBoxLayout>
 
 namespace quillbrook {
@@ -37,9 +36,7 @@ NoteBox::NoteBox(
     column->setSpacing(kSpacing);
     column->addLayout(head);
     for (const QString& line : lines) {
-        QLabel* label = secondaryLabel(line, Look::font(TextStyle::caption));
-        label->setWordWrap(true);
-        column->addWidget(label);
+        column->addWidget(new WrappedLabel(line, Look::font(TextStyle::caption)));
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "pages/kit/Look.h"
 #include "pages/kit/TextDrawing.h"
+#include "pages/kit/WrappedLabel.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -66,9 +67,7 @@ void Section::addToHead(QWidget* widget)
 
 void Section::addNote(const QString& text)
 {
-    QLabel* note = secondaryLabel(text, Look::font(TextStyle::caption));
-    note->setWordWrap(true);
-    notes->addWidget(note);
+    notes->addWidget(new WrappedLabel(text, Look::font(TextStyle::caption)));
     notes->parentWidget()->show();
 }
 

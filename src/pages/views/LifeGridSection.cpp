@@ -3,6 +3,7 @@
 #include "pages/kit/Look.h"
 #include "pages/kit/MenuPicker.h"
 #include "pages/kit/TextDrawing.h"
+#include "pages/kit/WrappedLabel.h"
 #include "pages/views/LifeGridView.h"
 
 #include <QHBoxLayout>
@@ -46,11 +47,10 @@ LifeGridSection::LifeGridSection(const Clock& clock, QWidget* parent)
     head->addStretch();
     head->addWidget(secondaryLabel("选择出生年度", Look::font(TextStyle::subheadline)));
     head->addWidget(picker);
-    QLabel* note = secondaryLabel(
+    auto* note = new WrappedLabel(
         "生命进度相对于上海人均寿命计算；根据2025年国家卫健委及地方卫健委最新统计，"
         "上海市人均84.11岁，以此为基准乐观计算。",
         Look::font(TextStyle::caption2));
-    note->setWordWrap(true);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(kSpacing);

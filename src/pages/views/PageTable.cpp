@@ -20,15 +20,15 @@ namespace quillbrook {
 namespace {
 
 template <typename PageType>
-std::unique_ptr<Page> make(const PageTools& tools)
+std::unique_ptr<Page> make(const PageTools& tools, QWidget* parent)
 {
-    return std::make_unique<PageType>(tools);
+    return std::make_unique<PageType>(tools, parent);
 }
 
 template <NavTab Tab>
-std::unique_ptr<Page> makePlaceholder(const PageTools&)
+std::unique_ptr<Page> makePlaceholder(const PageTools&, QWidget* parent)
 {
-    return std::make_unique<PlaceholderPage>(Tab);
+    return std::make_unique<PlaceholderPage>(Tab, parent);
 }
 
 // Sessions and Idles are for the search for faults: they can be shown, and have no row.

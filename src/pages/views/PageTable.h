@@ -14,7 +14,7 @@ struct PageEntry {
     NavTab tab = NavTab::today;
     std::string_view section{}; // of the sidebar; empty for a page that stands in none
     std::string_view symbol{};
-    std::unique_ptr<Page> (*make)(const PageTools& tools) = nullptr;
+    std::unique_ptr<Page> (*make)(const PageTools& tools, QWidget* parent) = nullptr;
 };
 
 /// Every page, those with a section in the order of the sidebar's rows.

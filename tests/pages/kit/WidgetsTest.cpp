@@ -3,8 +3,10 @@
 #include "pages/kit/FlowLayout.h"
 #include "pages/kit/HoverTip.h"
 #include "pages/kit/IconButton.h"
+#include "pages/kit/Look.h"
 #include "pages/kit/PageTitle.h"
 #include "pages/kit/SegmentedPicker.h"
+#include "pages/kit/WrappedLabel.h"
 #include "support/AccessibleEvents.h"
 #include "support/Elements.h"
 
@@ -175,6 +177,19 @@ TEST(FlowLayoutTest, BeginsARowWhereTheWidthEnds)
     flow->clear();
     EXPECT_EQ(flow->count(), 0);
     EXPECT_EQ(flow->heightForWidth(100), 0);
+}
+
+TEST(WrappedLabelTest, IsAsHighAsItsPresentTextAndFontNeed)
+{
+    WrappedLabel label("one two three four five six seven", Look::systemFont(12));
+    const int narrow = label.heightForWidth(60);
+    const int wide = label.heightForWidth(600);
+    EXPECT_GT(narrow, wide);
+    EXPECT_EQ(label.heightForWidth(60), narrow);
+    label.setText("one");
+    EXPECT_EQ(label.heightForWidth(60), wide);
+    label.setFont(Look::systemFont(24));
+    EXPECT_GT(label.heightForWidth(60), wide);
 }
 
 } // namespace

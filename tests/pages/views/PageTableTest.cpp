@@ -34,7 +34,7 @@ TEST_F(PageTableTest, MakesAPageForEveryTab)
         const PageEntry& entry = pageOf(tab.value);
         EXPECT_EQ(entry.tab, tab.value);
         EXPECT_TRUE(Symbol::names().contains(toQString(entry.symbol))) << entry.symbol;
-        const auto page = entry.make(tools());
+        const auto page = entry.make(tools(), nullptr);
         ASSERT_NE(page, nullptr);
         page->show(DashboardData{});
     }
@@ -44,7 +44,7 @@ TEST_F(PageTableTest, FitsThePagesIntoTheSmallestWindowBesideTheSidebar)
 {
     constexpr int kRoom = 820 - 220 - 10; // without the sidebar and the scroll bar
     for (const PageEntry& entry : pageTable()) {
-        const auto page = entry.make(tools());
+        const auto page = entry.make(tools(), nullptr);
         page->show(DashboardData{.keylogHourly = {{.hour = 9}},
             .categoryUsage = {{.label = "x", .totalSeconds = 60}},
             .focusHours = {{.hour = 9, .activeSec = 60, .activeDays = 1}},
