@@ -1,6 +1,6 @@
-#include "platform/linux/BusConnecting.h"
-#include "platform/linux/BusInstance.h"
 #include "platform/linux/LinuxPlatform.h"
+#include "platform/linux/bus/BusConnecting.h"
+#include "platform/linux/bus/BusInstance.h"
 #include "shell/AppDelegate.h"
 #include "shell/AppIcon.h"
 

@@ -1,6 +1,6 @@
-#include "platform/linux/DesktopEntry.h"
-#include "platform/linux/WindowTraits.h"
-#include "platform/linux/XkbLayout.h"
+#include "platform/linux/applications/DesktopEntry.h"
+#include "platform/linux/applications/WindowTraits.h"
+#include "platform/linux/x11/XkbLayout.h"
 
 #include "base/Text.h"
 

@@ -1,11 +1,11 @@
 #include "platform/linux/LinuxAppearance.h"
 
-#include "platform/linux/KdeGlobals.h"
-#include "platform/linux/PortalAppearance.h"
-#include "platform/linux/ThemeName.h"
-#include "platform/linux/X11Connection.h"
-#include "platform/linux/XSettingsTheme.h"
-#include "platform/linux/XcbReply.h"
+#include "platform/linux/appearance/KdeGlobals.h"
+#include "platform/linux/appearance/ThemeName.h"
+#include "platform/linux/bus/PortalAppearance.h"
+#include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/XSettingsTheme.h"
+#include "platform/linux/x11/XcbReply.h"
 
 #include <QStringList>
 

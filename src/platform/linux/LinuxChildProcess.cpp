@@ -1,6 +1,6 @@
 #include "platform/linux/LinuxChildProcess.h"
 
-#include "platform/linux/Notifications.h"
+#include "platform/linux/bus/Notifications.h"
 
 #include <utility>
 

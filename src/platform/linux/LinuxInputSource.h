@@ -2,9 +2,9 @@
 
 #include "base/Lifetime.h"
 #include "platform/InputSource.h"
-#include "platform/linux/Fcitx5InputMethod.h"
-#include "platform/linux/IBusInputMethod.h"
-#include "platform/linux/XkbLayout.h"
+#include "platform/linux/bus/Fcitx5InputMethod.h"
+#include "platform/linux/bus/IBusInputMethod.h"
+#include "platform/linux/x11/XkbLayout.h"
 
 namespace quillbrook {
 

@@ -1,8 +1,8 @@
 #include "platform/linux/LinuxWorkspace.h"
 
 #include "platform/Directories.h"
-#include "platform/linux/FrontApplication.h"
-#include "platform/linux/Processes.h"
+#include "platform/linux/proc/Processes.h"
+#include "platform/linux/x11/FrontApplication.h"
 
 #include <unistd.h>
 

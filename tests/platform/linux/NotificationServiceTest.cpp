@@ -3,7 +3,7 @@
 #include "engine/Notifier.h"
 #include "platform/MainLoop.h"
 #include "platform/linux/LinuxPlatform.h"
-#include "platform/linux/NotificationIcon.h"
+#include "platform/linux/bus/NotificationIcon.h"
 #include "platform/qt/SystemClock.h"
 #include "support/TemporaryDirectory.h"
 #include "support/XServer.h"

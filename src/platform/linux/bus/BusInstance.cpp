@@ -1,0 +1,78 @@
+#include "platform/linux/bus/BusInstance.h"
+
+#include "platform/linux/bus/BusConnecting.h"
+
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+
+namespace quillbrook {
+
+namespace {
+
+const QString kName = QStringLiteral("cn.tarnlow.quillbrook");
+const QString kPath = QStringLiteral("/cn/tarnlow/quillbrook");
+const QString kConnection = QStringLiteral("quillbrook-instance");
+const QString kStartupId = QStringLiteral("desktop-startup-id");
+
+constexpr int kAnswerTimeoutMs = 3000;
+
+/// What a window system wants to know of who asks for a window.
+QVariantMap activationTokens()
+{
+    QVariantMap tokens;
+    const auto add = [&tokens](const QString& key, const char* variable) {
+        if (const QString value = qEnvironmentVariable(variable); !value.isEmpty()) {
+            tokens.insert(key, value);
+        }
+    };
+    add(kStartupId, "DESKTOP_STARTUP_ID");
+    add(QStringLiteral("activation-token"), "XDG_ACTIVATION_TOKEN");
+    return tokens;
+}
+
+} // namespace
+
+BusInstance::BusInstance() : bus(kConnection)
+{
+    const QString address = sessionBusAddress();
+    if (address.isEmpty()) {
+        return;
+    }
+    bus = connectToAnsweringBus(address, kConnection);
+    if (!bus.isConnected()) {
+        return;
+    }
+    bus.registerObject(kPath, this, QDBusConnection::ExportScriptableSlots);
+    bus.interface()->setTimeout(kAnswerTimeoutMs);
+    hasName = bus.registerService(kName);
+}
+
+BusInstance::~BusInstance()
+{
+    QDBusConnection::disconnectFromBus(kConnection);
+}
+
+bool BusInstance::handOver()
+{
+    if (hasName || !bus.isConnected()) {
+        return false;
+    }
+    auto call = QDBusMessage::createMethodCall(
+        kName, kPath, QStringLiteral("org.freedesktop.Application"), QStringLiteral("Activate"));
+    call.setArguments({activationTokens()});
+    call.setAutoStartService(false);
+    if (bus.call(call, QDBus::Block, kAnswerTimeoutMs).type() == QDBusMessage::ReplyMessage) {
+        return true;
+    }
+    // Who has ended meanwhile leaves us the name. Who still has it has been asked, and a second
+    // program beside a slow one would write into the same files.
+    hasName = bus.registerService(kName);
+    return !hasName;
+}
+
+void BusInstance::Activate(const QVariantMap& platformData)
+{
+    reopened(platformData.value(kStartupId).toString().toStdString());
+}
+
+} // namespace quillbrook
