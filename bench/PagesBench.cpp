@@ -1,3 +1,4 @@
+#include "base/Text.h"
 #include "bench/SeededStore.h"
 #include "pages/kit/AccessibleViews.h"
 #include "pages/kit/Look.h"
@@ -14,6 +15,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace quillbrook {
@@ -22,6 +24,30 @@ namespace {
 constexpr StoreSize kMonth{30, 200};
 constexpr StoreSize kYear{365, 500};
 constexpr StoreSize kTenYears{3650, 500};
+constexpr StoreSize kCrowded{29, 200};
+
+/// Adds as much as one day can bring to the long lists: a session and an idle period every ten
+/// seconds of the last hour, and 10,000 alerts of one kind since midnight.
+void crowd(const SeededStore& store)
+{
+    const Connection connection = store.open(SQLITE_OPEN_READWRITE);
+    const std::string now = shortestText(SeededStore::kNow - 60);
+    const std::string sql = filled(
+        "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 359) "
+        "INSERT INTO app_sessions (app_name, bundle_id, started_at, ended_at, duration_sec, "
+        "close_type) SELECT 'Application ' || (i % 30), 'org.example.a' || (i % 30), "
+        "{} - i * 10, {} - i * 10 + 9, 9, 1 FROM n;"
+        "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 359) "
+        "INSERT INTO idle_periods (started_at, ended_at, duration_sec) "
+        "SELECT {} - i * 10, {} - i * 10 + 5, 5 FROM n;"
+        "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 9999) "
+        "INSERT INTO alerts (timestamp, alert_type, severity, message) "
+        "SELECT {} - i * 7, 'high_load', 'warning', 'load' FROM n",
+        {now, now, now, now, now});
+    if (sqlite3_exec(connection.get(), sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) {
+        fatal(sqlite3_errmsg(connection.get()));
+    }
+}
 
 /// The dashboard over a store.
 class Desk {
@@ -39,6 +65,8 @@ public:
         dashboard.show(tab);
         settle();
     }
+
+    void pick(AlertsPeriod period) { dashboard.provider()->alertsPeriod.set(period); }
 
     SeededStore& store;
 
@@ -98,11 +126,13 @@ void showDashboard(benchmark::State& state)
 /// From the selection of a page to its painted data, coming from a page without data, in turn with
 /// the page's queries alone. `first_ms` is the first switch, which makes the page; `switch_ms` and
 /// `queries_ms` are the middle ones of the others, and `own_ms` is the difference.
-void switchPage(benchmark::State& state, StoreSize size, NavTab tab)
+void switchPage(benchmark::State& state, StoreSize size, const RefreshContext& context)
 {
     startQt();
     Desk desk(size);
     desk.open();
+    desk.pick(context.alertsPeriod);
+    const NavTab tab = context.tab;
     desk.goTo(NavTab::about);
     state.counters["first_ms"] = millisecondsOf([&desk, tab] { desk.goTo(tab); });
     std::vector<double> switches;
@@ -110,9 +140,9 @@ void switchPage(benchmark::State& state, StoreSize size, NavTab tab)
     for (auto _ : state) {
         desk.goTo(NavTab::about);
         switches.push_back(millisecondsOf([&desk, tab] { desk.goTo(tab); }));
-        queries.push_back(millisecondsOf([&desk, tab] {
+        queries.push_back(millisecondsOf([&desk, &context] {
             benchmark::DoNotOptimize(
-                performRefreshSync(desk.store.platform(), desk.store.path(), {.tab = tab}));
+                performRefreshSync(desk.store.platform(), desk.store.path(), context));
         }));
         state.SetIterationTime(switches.back() / 1000);
     }
@@ -123,41 +153,62 @@ void switchPage(benchmark::State& state, StoreSize size, NavTab tab)
 
 struct PageCase {
     std::string_view name;
-    NavTab tab;
+    RefreshContext context;
 };
 
-constexpr PageCase kPages[] = {
-    {"Today", NavTab::today},
-    {"Past", NavTab::history},
-    {"Habit", NavTab::habit},
-    {"Tokens", NavTab::keylog},
-    {"Focus", NavTab::focus},
-    {"Sessions", NavTab::session},
-    {"Idles", NavTab::idles},
-    {"Alerts", NavTab::alerts},
-    {"Future", NavTab::life},
+const std::vector<PageCase> kPages = {
+    {"Today", {.tab = NavTab::today}},
+    {"Past", {.tab = NavTab::history}},
+    {"Habit", {.tab = NavTab::habit}},
+    {"Tokens", {.tab = NavTab::keylog}},
+    {"Focus", {.tab = NavTab::focus}},
+    {"Sessions", {.tab = NavTab::session}},
+    {"Idles", {.tab = NavTab::idles}},
+    {"Alerts", {.tab = NavTab::alerts}},
+    {"AllAlerts", {.tab = NavTab::alerts, .alertsPeriod = AlertsPeriod::all}},
+    {"Future", {.tab = NavTab::life}},
 };
 
-void addSwitches(std::string_view place, StoreSize size, int iterations)
+/// The long lists at their longest.
+const std::vector<PageCase> kLongLists = {
+    {"Sessions", {.tab = NavTab::session}},
+    {"Idles", {.tab = NavTab::idles}},
+    {"Alerts", {.tab = NavTab::alerts}},
+};
+
+void switchCrowded(benchmark::State& state, const RefreshContext& context)
 {
-    for (const PageCase& page : kPages) {
-        const std::string name = "switchPage/" + std::string(place) + "/" + std::string(page.name);
-        benchmark::RegisterBenchmark(name.c_str(), switchPage, size, page.tab)
-            ->Unit(benchmark::kMillisecond)
-            ->Iterations(iterations)
-            ->UseManualTime();
+    static bool isCrowded = false;
+    SeededStore& store = SeededStore::ofSize(kCrowded);
+    if (!std::exchange(isCrowded, true)) {
+        crowd(store);
     }
+    switchPage(state, kCrowded, context);
+}
+
+template <typename... Arguments>
+void add(const std::string& name, int iterations, Arguments&&... arguments)
+{
+    benchmark::RegisterBenchmark(name.c_str(), std::forward<Arguments>(arguments)...)
+        ->Unit(benchmark::kMillisecond)
+        ->Iterations(iterations)
+        ->UseManualTime();
 }
 
 /// Store by store, as only one is kept at a time.
 bool addAll()
 {
-    addSwitches("month", kMonth, 50);
-    benchmark::RegisterBenchmark("showDashboard", showDashboard)
-        ->Unit(benchmark::kMillisecond)
-        ->Iterations(20)
-        ->UseManualTime();
-    addSwitches("tenYears", kTenYears, 10);
+    for (const PageCase& page : kPages) {
+        add("switchPage/month/" + std::string(page.name), 50, switchPage, kMonth, page.context);
+    }
+    add("showDashboard", 20, showDashboard);
+    for (const PageCase& page : kPages) {
+        add("switchPage/tenYears/" + std::string(page.name), 10, switchPage, kTenYears,
+            page.context);
+    }
+    for (const PageCase& page : kLongLists) {
+        add("switchPage/crowded/" + std::string(page.name), 20, switchCrowded, page.context);
+    }
     return true;
 }
 

@@ -118,6 +118,7 @@ public:
             fractions.push_back(timeFraction(time));
         }
         const std::vector<std::size_t> labelled = labelIndicesToShow(fractions, axis.width);
+        marks.reserve(marks.size() + fractions.size() + labelled.size());
         auto nextLabel = labelled.begin();
         double lastPainted = -std::numeric_limits<double>::infinity();
         for (std::size_t index = 0; index < fractions.size(); ++index) {

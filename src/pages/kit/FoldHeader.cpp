@@ -12,6 +12,7 @@ namespace quillbrook {
 namespace {
 
 constexpr int kSidePadding = 24;
+constexpr int kDivider = 1;
 constexpr int kAbove = 10; // and below
 constexpr int kSpacing = 8;
 constexpr int kDot = 8;
@@ -40,9 +41,16 @@ void FoldHeader::setNote(const QString& newNote)
     }
 }
 
+void FoldHeader::setDivided(bool newDivided)
+{
+    isDivided = newDivided;
+    updateGeometry();
+    update();
+}
+
 QSize FoldHeader::sizeHint() const
 {
-    return {2 * kSidePadding, kLine + 2 * kAbove};
+    return {2 * kSidePadding, kLine + 2 * kAbove + (isDivided ? kDivider : 0)};
 }
 
 void FoldHeader::checkStateSet()
@@ -68,10 +76,15 @@ void FoldHeader::tellFolding()
 void FoldHeader::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    painter.fillRect(rect(), Look::faded(Look::controlBackground(palette()), kGroundOpacity));
+    const QRect part = rect().adjusted(0, isDivided ? kDivider : 0, 0, 0);
+    if (isDivided) {
+        painter.fillRect(QRect(kSidePadding, 0, width() - 2 * kSidePadding, kDivider),
+            Look::separator(palette()));
+    }
+    painter.fillRect(part, Look::faded(Look::controlBackground(palette()), kGroundOpacity));
     painter.setRenderHint(QPainter::Antialiasing);
     const QColor secondary = Look::secondaryText(palette());
-    QRectF line = QRectF(rect()).adjusted(kSidePadding, kAbove, -kSidePadding, -kAbove);
+    QRectF line = QRectF(part).adjusted(kSidePadding, kAbove, -kSidePadding, -kAbove);
 
     const QRectF chevron(line.right() - kChevronPixels, line.center().y() - kChevronPixels / 2.0,
         kChevronPixels, kChevronPixels);
@@ -87,7 +100,7 @@ void FoldHeader::paintEvent(QPaintEvent*)
     drawShrunkText(painter, line, Qt::AlignLeft, text(), headline, Look::primaryText(palette()));
     line.setLeft(line.left() + QFontMetricsF(headline).horizontalAdvance(text()) + kSpacing);
     drawShrunkText(painter, line, Qt::AlignLeft, note, Look::font(TextStyle::caption), secondary);
-    drawFocusRing(painter, *this, rect(), kRadius);
+    drawFocusRing(painter, *this, part, kRadius);
 }
 
 } // namespace quillbrook

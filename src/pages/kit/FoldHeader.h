@@ -17,6 +17,10 @@ public:
     /// What stands behind the title in small type.
     void setNote(const QString& newNote);
 
+    /// Draws the line that divides this part of the page from the one above, indented at both
+    /// sides; not a widget of its own, as a page may have hundreds of parts.
+    void setDivided(bool newDivided);
+
     QAccessible::Role accessibleRole() const override { return QAccessible::Button; }
     QString accessibleValue() const override { return note; }
     std::optional<bool> isUnfolded() const override { return isChecked(); }
@@ -31,6 +35,7 @@ private:
     void tellFolding();
 
     QString note{};
+    bool isDivided = false;
 };
 
 } // namespace quillbrook

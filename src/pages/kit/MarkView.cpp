@@ -99,6 +99,12 @@ void MarkView::forgetMarks()
 
 void MarkView::followNewMarks()
 {
+    if (!isVisible()) {
+        // Its size isn't known yet, so that marks made now would be made in vain.
+        setFocusPolicy(Qt::StrongFocus);
+        current.reset();
+        return;
+    }
     const auto& all = marks();
     setFocusPolicy(std::any_of(all.begin(), all.end(), isWalked) ? Qt::StrongFocus : Qt::NoFocus);
     if (!current) {
@@ -292,6 +298,7 @@ void MarkView::resizeEvent(QResizeEvent*)
 void MarkView::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
+    followNewMarks();
     // A page that scrolls under a pointer at rest moves other marks under it.
     for (QWidget* above = parentWidget(); above != nullptr; above = above->parentWidget()) {
         if (auto* area = qobject_cast<QScrollArea*>(above)) {

@@ -2,7 +2,6 @@
 
 #include "pages/figures/AlertTimelineMarks.h"
 #include "pages/kit/FoldHeader.h"
-#include "pages/kit/Line.h"
 #include "pages/kit/MarkView.h"
 #include "platform/qt/QtText.h"
 
@@ -15,7 +14,6 @@ namespace quillbrook {
 
 namespace {
 
-constexpr int kSidePadding = 24;
 constexpr int kMinimumWidth = 320;
 
 } // namespace
@@ -28,8 +26,9 @@ AlertDayList::AlertDayList(QWidget* parent) : QWidget(parent), column(new QVBoxL
 
 void AlertDayList::setDays(std::vector<AlertDay> newDays, const std::string& today)
 {
-    const bool areSame = std::ranges::equal(days, newDays, {}, &AlertDay::date, &AlertDay::date);
-    days = std::move(newDays);
+    std::swap(days, newDays);
+    const std::vector<AlertDay>& oldDays = newDays;
+    const bool areSame = std::ranges::equal(days, oldDays, {}, &AlertDay::date, &AlertDay::date);
     if (!areSame) {
         collapsedDates.clear();
         for (const AlertDay& day : days) {
@@ -40,27 +39,35 @@ void AlertDayList::setDays(std::vector<AlertDay> newDays, const std::string& tod
         rebuildSections();
     }
     for (std::size_t place = 0; place < days.size(); ++place) {
-        showDay(place);
+        if (!areSame || days[place] != oldDays[place]) {
+            showDay(place);
+        }
     }
 }
 
 void AlertDayList::rebuildSections()
 {
     QString focused;
-    for (const Section& section : std::exchange(sections, {})) {
+    for (const Section& section : sections) {
         if (section.header->hasFocus()) {
             focused = section.header->text();
         }
-        delete section.divider;
+    }
+    // In a visible list each section that comes would place all others again.
+    const bool wasHidden = isHidden();
+    hide();
+    for (const Section& section : std::exchange(sections, {})) {
         delete section.header;
         delete section.picture;
     }
     for (const AlertDay& day : days) {
         addSection(day);
-        if (FoldHeader* header = sections.back().header; header->text() == focused) {
-            header->show(); // what is hidden takes no focus
-            header->setFocus();
-        }
+    }
+    setHidden(wasHidden);
+    const auto same = std::ranges::find(
+        sections, focused, [](const Section& section) { return section.header->text(); });
+    if (same != sections.end()) {
+        same->header->setFocus();
     }
 }
 
@@ -68,12 +75,8 @@ void AlertDayList::addSection(const AlertDay& day)
 {
     Section section;
     const std::size_t place = sections.size();
-    if (place > 0) {
-        section.divider = new Line;
-        section.divider->setContentsMargins(kSidePadding, 0, kSidePadding, 0);
-        column->addWidget(section.divider);
-    }
     section.header = new FoldHeader(toQString(day.date));
+    section.header->setDivided(place > 0);
     connect(section.header, &FoldHeader::clicked, this, [this, place] { toggle(place); });
     column->addWidget(section.header);
     sections.push_back(section);
@@ -104,7 +107,7 @@ void AlertDayList::showDay(std::size_t place)
         section.picture = new MarkView(toQString(day.date));
         column->insertWidget(column->indexOf(section.header) + 1, section.picture);
         if (place + 1 < sections.size()) {
-            section.picture->stackUnder(sections[place + 1].divider); // read in this order
+            section.picture->stackUnder(sections[place + 1].header); // read in this order
         }
     }
     section.picture->setPictureHeight(

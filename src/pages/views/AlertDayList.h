@@ -13,7 +13,6 @@ class QVBoxLayout;
 namespace quillbrook {
 
 class FoldHeader;
-class Line;
 class MarkView;
 
 /// The days with alerts, one under the other, each folded or open. An open day's picture is made
@@ -32,7 +31,6 @@ private:
     struct Section {
         FoldHeader* header = nullptr;
         MarkView* picture = nullptr; // of an open day alone
-        Line* divider = nullptr; // above it; none for the first day
     };
 
     void rebuildSections();

@@ -60,6 +60,23 @@ TEST(FoldHeaderTest, TurnsItsChevron)
     EXPECT_NE(folded, chevron());
 }
 
+TEST(FoldHeaderTest, DrawsTheLineThatDividesItFromThePartAbove)
+{
+    FoldHeader header("12-31");
+    header.setDivided(true);
+    EXPECT_EQ(header.sizeHint().height(), 37);
+    header.resize(400, 37);
+    header.setAutoFillBackground(true);
+    const QImage image = header.grab().toImage();
+    const QColor ground = image.pixelColor(0, 0);
+    EXPECT_EQ(image.pixelColor(23, 0), ground);
+    EXPECT_NE(image.pixelColor(24, 0), ground);
+    EXPECT_NE(image.pixelColor(375, 0), ground);
+    EXPECT_EQ(image.pixelColor(376, 0), ground);
+    EXPECT_NE(image.pixelColor(24, 1), image.pixelColor(24, 0));
+    EXPECT_EQ(image.pixelColor(24, 1), image.pixelColor(0, 1));
+}
+
 TEST(LineTest, StaysWithinItsMargins)
 {
     Line line;

@@ -77,6 +77,20 @@ protected:
     MarkView view{"picture"};
 };
 
+TEST_F(MarkViewTest, MakesItsMarksOnceItsSizeIsKnown)
+{
+    static_cast<QWidget&>(view).hide();
+    timesMade = 0;
+    show({bar("first", 0, 10)});
+    view.resize(120, 40);
+    EXPECT_EQ(timesMade, 0);
+    static_cast<QWidget&>(view).show();
+    EXPECT_EQ(timesMade, 1);
+    EXPECT_EQ(view.focusPolicy(), Qt::StrongFocus);
+    show({boxMark({0, 0, 5, 5}, {SystemColor::red})});
+    EXPECT_EQ(view.focusPolicy(), Qt::NoFocus);
+}
+
 TEST_F(MarkViewTest, OffersWhatItPaintsAsChildrenButDecoration)
 {
     QAccessibleInterface& interface = *QAccessible::queryAccessibleInterface(&view);

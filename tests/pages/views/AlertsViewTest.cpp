@@ -1,6 +1,7 @@
 #include "pages/views/AlertsView.h"
 #include "pages/kit/FoldHeader.h"
 #include "pages/kit/MarkView.h"
+#include "support/AccessibleEvents.h"
 #include "support/PagesFixture.h"
 
 #include <gmock/gmock.h>
@@ -225,6 +226,20 @@ TEST_F(AlertsViewTest, FitsTheSmallestWindow)
 {
     const auto page = shownPage<AlertsView>(threeDays());
     EXPECT_LE(page->widget()->minimumSizeHint().width(), 820 - 220 - 10);
+}
+
+TEST_F(AlertsViewTest, DrawsOnlyTheDaysAnewThatChanged)
+{
+    const auto page = shownPage<AlertsView>(threeDays());
+    const auto* today = page->findChild<MarkView*>();
+    ASSERT_NE(today, nullptr);
+    const AccessibleEvents events;
+    page->show(threeDays());
+    EXPECT_THAT(events.of(*today), IsEmpty());
+    DashboardData data = threeDays();
+    data.alerts.insert(data.alerts.begin(), alertAt(kNow + 60));
+    page->show(data);
+    EXPECT_THAT(events.of(*today), Contains(QAccessible::TableModelChanged));
 }
 
 } // namespace
