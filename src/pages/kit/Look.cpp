@@ -63,9 +63,12 @@ const char* const kSansHan = "Noto Sans CJK SC";
 const char* const kSerifHan = "Noto Serif CJK SC";
 const char* const kEmoji = "Noto Color Emoji";
 
-// Letters of one width have less than five pixels below this size, too few for the three stems of
-// an "m".
-constexpr int kSmallestMonospaced = 10;
+// Below this size the slash through the zero of the monospaced face fills it up, and 10:00 reads as
+// 18:00. The digits of the Han face have one width too, and a bare zero.
+constexpr int kSmallestMonospaced = 12;
+
+// Below this size its thin letters fade.
+constexpr int kSmallestHanDigits = 10;
 
 QFont fontOf(const QStringList& families, int pixels, QFont::Weight weight)
 {
@@ -294,8 +297,11 @@ QFont serifFont(int pixels, QFont::Weight weight)
 
 QFont monospacedFont(int pixels, QFont::Weight weight)
 {
-    if (pixels < kSmallestMonospaced) {
+    if (pixels < kSmallestHanDigits) {
         return systemFont(pixels, std::max(weight, QFont::Medium));
+    }
+    if (pixels < kSmallestMonospaced) {
+        return fontOf({kSansHan, kEmoji}, pixels, weight);
     }
     return fontOf({"JetBrains Mono", kSansHan, kEmoji}, pixels, weight);
 }

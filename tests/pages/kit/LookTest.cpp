@@ -48,23 +48,25 @@ TEST(Look, FindsItsFontsByName)
 
 TEST(Look, HasDigitsOfOneWidthWhereFiguresStand)
 {
-    const QFontMetricsF metrics(Look::monospacedFont(20, QFont::Bold));
-    for (const char digit : {'0', '2', '3', '4', '5', '6', '7', '8', '9'}) {
-        EXPECT_DOUBLE_EQ(metrics.horizontalAdvance(QChar(digit)), metrics.horizontalAdvance('1'));
+    for (const QFont& font : {Look::monospacedFont(20, QFont::Bold), Look::monospacedFont(10)}) {
+        const QFontMetricsF metrics(font);
+        for (const char digit : {'0', '2', '3', '4', '5', '6', '7', '8', '9'}) {
+            EXPECT_DOUBLE_EQ(
+                metrics.horizontalAdvance(QChar(digit)), metrics.horizontalAdvance('1'));
+        }
     }
 }
 
-/// In how many places ink begins along the middle of the letter "m".
-int stemsOfM(int pixels)
+/// In how many places there is ink along the height `y` of a letter whose base line lies at 14.
+int stemsOf(QChar letter, int pixels, int y)
 {
     QImage image(40, 20, QImage::Format_Grayscale8);
     image.fill(255);
     QPainter painter(&image);
     painter.setFont(Look::monospacedFont(pixels));
-    painter.drawText(QPointF(4, 14), "m");
+    painter.drawText(QPointF(4, 14), letter);
     painter.end();
     int stems = 0;
-    const int y = 12; // above the base line, below the arches
     for (int x = 1; x < 39; ++x) {
         const auto ink = [&](int place) { return 255 - qGray(image.pixel(place, y)); };
         stems += ink(x) > ink(x - 1) && ink(x) >= ink(x + 1) && ink(x) > 60 ? 1 : 0;
@@ -75,7 +77,15 @@ int stemsOfM(int pixels)
 TEST(Look, KeepsTheStemsOfSmallLettersApart)
 {
     for (const int pixels : {7, 8, 9, 20}) {
-        EXPECT_EQ(stemsOfM(pixels), 3) << pixels;
+        EXPECT_EQ(stemsOf('m', pixels, 12), 3) << pixels; // below the arches
+    }
+}
+
+TEST(Look, LeavesSmallZerosOpen)
+{
+    for (int pixels = 7; pixels <= 11; ++pixels) {
+        const int middle = 14 - pixels * 3 / 8;
+        EXPECT_EQ(stemsOf('0', pixels, middle), 2) << pixels;
     }
 }
 
