@@ -38,7 +38,7 @@ constexpr const Sizes& sizesOf(Chip::Kind kind)
 int nameWidth(const QString& name)
 {
     const QFontMetricsF metrics(Look::systemFont(kNamePixels));
-    return static_cast<int>(std::ceil(metrics.horizontalAdvance(name)));
+    return static_cast<int>(std::ceil(metrics.horizontalAdvance(oneLine(name))));
 }
 
 } // namespace

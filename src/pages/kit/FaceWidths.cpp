@@ -1,6 +1,7 @@
 #include "pages/kit/FaceWidths.h"
 
 #include "pages/kit/Look.h"
+#include "pages/kit/TextDrawing.h"
 #include "platform/qt/QtText.h"
 
 #include <QFontMetricsF>
@@ -21,7 +22,7 @@ TextWidth faceWidths()
         if (found == known->end()) {
             found = known->emplace(key, QFontMetricsF(Look::font(face))).first;
         }
-        return found->second.horizontalAdvance(toQString(text));
+        return found->second.horizontalAdvance(oneLine(toQString(text)));
     };
 }
 

@@ -11,6 +11,10 @@ class QWidget;
 
 namespace quillbrook {
 
+/// The text with a space for each tab, line break and other control character: names come from
+/// outside, and have one line.
+QString oneLine(QString text);
+
 /// Draws one line in `rect`, at half its height, and at its left, right or middle. A text that is
 /// too wide is drawn smaller, down to `minimumScale` of its size, and is then elided in the middle.
 /// The base line follows from the font alone, so that neighbours stand level in every script.

@@ -1,5 +1,6 @@
 #include "pages/kit/TextDrawing.h"
 
+#include "pages/kit/FaceWidths.h"
 #include "pages/kit/Look.h"
 
 #include <gtest/gtest.h>
@@ -46,6 +47,12 @@ TEST(DrawShrunkText, StandsOnOneBaseLineInEveryScript)
     const QImage mixed = drawnLine("20 个", 200);
     const QRect figures(0, 0, 20, 40);
     EXPECT_EQ(drawnRows(alone.copy(figures)), drawnRows(mixed.copy(figures)));
+}
+
+TEST(DrawShrunkText, DrawsASpaceForATabOrALineBreak)
+{
+    EXPECT_EQ(drawnLine("a\tb\nc", 200), drawnLine("a b c", 200));
+    EXPECT_EQ(faceWidths()("a\tb\nc", {}), faceWidths()("a b c", {}));
 }
 
 TEST(DrawShrunkText, ShrinksBeforeItElides)
@@ -108,6 +115,7 @@ TEST(DrawTextOnColor, CanBeReadOnEveryColor)
             const QColor color = Look::color(static_cast<SystemColor>(name), palette);
             EXPECT_GE(contrastOf(Look::systemFont(10, QFont::DemiBold), color, 1), 3) << name;
             EXPECT_GE(contrastOf(Look::monospacedFont(8), color, 0.85), 3) << name;
+            EXPECT_GE(contrastOf(Look::systemFont(9, QFont::Medium), color, 0.7), 3) << name;
         }
     }
     Look::apply(false, std::nullopt);
@@ -129,6 +137,74 @@ TEST(DrawTextOnColor, PutsItsLettersWherePlainOnesStand)
         return image;
     };
     EXPECT_EQ(onBlack(true), onBlack(false));
+}
+
+TEST(DrawTextOnColor, LetsTheGroundThroughItsLettersAndNotItsRim)
+{
+    QImage image(80, 20, QImage::Format_RGB32);
+    const QColor ground(0xF2, 0xCA, 0x92);
+    image.fill(ground);
+    QPainter painter(&image);
+    const QFont font = Look::systemFont(16, QFont::Black); // with whole pixels inside its letters
+    drawTextOnColor(painter, QRectF(0, 0, 80, 20), Qt::AlignHCenter, "HIT", font, 0.7);
+    painter.end();
+    int bluest = 0;
+    for (int i = 0; i < 80 * 20; ++i) {
+        bluest = std::max(bluest, qBlue(image.pixel(i % 80, i / 80)));
+    }
+    EXPECT_NEAR(bluest, 0.3 * ground.blue() + 0.7 * 255, 2);
+}
+
+TEST(DrawTextOnColor, PaintsAnEmojiOnce)
+{
+    const auto drawn = [](bool isOnColor) {
+        QImage image(40, 20, QImage::Format_RGB32);
+        image.fill(Qt::blue);
+        QPainter painter(&image);
+        const QFont font = Look::systemFont(10);
+        const QRectF place(0, 0, 40, 20);
+        isOnColor ? drawTextOnColor(painter, place, Qt::AlignHCenter, "🧘", font)
+                  : drawShrunkText(painter, place, Qt::AlignHCenter, "🧘", font, Qt::white);
+        return image;
+    };
+    EXPECT_EQ(drawn(true), drawn(false));
+}
+
+/// How far two pictures lie apart when one of them is shifted by whole pixels.
+double difference(const QImage& one, const QImage& other, int right, int down)
+{
+    double sum = 0;
+    for (int y = 1; y < one.height() - 1; ++y) {
+        for (int x = 1; x < one.width() - 1; ++x) {
+            sum += std::abs(qGray(one.pixel(x + right, y + down)) - qGray(other.pixel(x, y)));
+        }
+    }
+    return sum;
+}
+
+TEST(DrawTextOnColor, StandsInTheSamePlaceAtEveryScale)
+{
+    const QFont font = Look::systemFont(10, QFont::DemiBold);
+    for (const double scale : {1.0, 1.25, 1.5, 2.0}) {
+        const auto onBlack = [&](bool isOnColor) {
+            QImage image((QSizeF(121, 21) * scale).toSize(), QImage::Format_RGB32);
+            image.setDevicePixelRatio(scale);
+            image.fill(Qt::black);
+            QPainter painter(&image);
+            painter.translate(1, 1);
+            const QRectF place(0, 0, 120, 20);
+            const QColor color = QColor::fromRgbF(1, 1, 1, 0.7F);
+            isOnColor ? drawTextOnColor(painter, place, Qt::AlignHCenter, "Mail 邮件", font, 0.7)
+                      : drawShrunkText(painter, place, Qt::AlignHCenter, "Mail 邮件", font, color);
+            return image;
+        };
+        const QImage one = onBlack(true);
+        const QImage other = onBlack(false);
+        const double inPlace = difference(one, other, 0, 0);
+        for (const QPoint shift : {QPoint(1, 0), QPoint(-1, 0), QPoint(0, 1), QPoint(0, -1)}) {
+            EXPECT_LT(2 * inPlace, difference(one, other, shift.x(), shift.y())) << scale;
+        }
+    }
 }
 
 TEST(PlainToolTip, ShowsWhatLooksLikeMarkupAsItStands)
