@@ -39,7 +39,8 @@ double idleSec(const FocusHour& row)
 
 Axis hourAxis()
 {
-    Axis axis{.from = 0, .to = kLastHour, .hasEvenLabels = true, .title = "小时"};
+    // The first hour's bar and the last one's stand whole beside the numbers at the left.
+    Axis axis{.from = 0, .to = kLastHour, .hasEvenLabels = true, .margin = 0.5, .title = "小时"};
     for (int hour = 0; hour <= kLastHour; hour += 2) {
         axis.marks.push_back({static_cast<double>(hour), hourText(hour)});
     }

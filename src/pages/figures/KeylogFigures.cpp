@@ -54,6 +54,7 @@ constexpr double kBarGap = 1;
 constexpr int kHours = 24;
 constexpr int kGridSteps = 5;
 constexpr double kGridLine = 0.5;
+constexpr double kCountSpacing = 2; // between two counts of one height
 constexpr TextFace kCountFace{TextFamily::monospaced, 7};
 constexpr double kCountGap = 1;
 
@@ -246,7 +247,8 @@ std::vector<Mark> hourlyBarMarks(
         const Rect place = countPlace(taken[i], textWidth(count, kCountFace), width);
         if (std::none_of(taken.begin(), taken.end(),
                 [&place](const Rect& other) { return overlap(place, other); })) {
-            taken.push_back(place);
+            taken.push_back(
+                {place.x - kCountSpacing, place.y, place.width + 2 * kCountSpacing, place.height});
             marks.push_back(smallText(place, count));
         }
     }

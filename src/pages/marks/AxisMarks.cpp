@@ -49,7 +49,7 @@ public:
     {
         placeRows();
         placeColumns();
-        result.x = {axes.x.from, axes.x.to, result.plot.x, right(result.plot)};
+        result.x = columnScale(result.plot.x, right(result.plot));
         result.y = {axes.y.from, axes.y.to, bottom(result.plot), result.plot.y};
         addGrid();
         addLabelsAtLeft();
@@ -62,6 +62,14 @@ public:
 private:
     double labelLine() const { return lineHeight(look.labels); }
     double titleLine() const { return lineHeight(look.titles); }
+
+    /// The x axis on a plot that runs from `left` to `end`.
+    Scale columnScale(double left, double end) const
+    {
+        const double units = axes.x.to - axes.x.from + 2 * axes.x.margin;
+        const double inset = units > 0 ? (end - left) * axes.x.margin / units : 0;
+        return {axes.x.from, axes.x.to, left + inset, end - inset};
+    }
 
     void placeRows()
     {
@@ -103,7 +111,7 @@ private:
         double end = std::max(left, size.width - axes.reserveRight);
         Overhang over;
         for (const AxisMark& mark : axes.x.marks) {
-            const double point = pointOf({axes.x.from, axes.x.to, left, end}, mark.at);
+            const double point = pointOf(columnScale(left, end), mark.at);
             const double half = textWidth(mark.text, look.labels) / 2;
             over.before = std::max(over.before, half - point);
             over.after = std::max(over.after, point + half - size.width);
@@ -185,7 +193,7 @@ private:
             extents.push_back(extentAround(
                 pointOf(result.x, mark->at), axes.x.hasEvenLabels ? widest : own, size.width));
         }
-        for (const std::size_t i : labelsThatFit(extents, look.gap)) {
+        for (const std::size_t i : labelsThatFit(extents, look.labelGap)) {
             result.around.push_back(label(*written[i],
                 {extents[i].start, labelsTop, extents[i].end - extents[i].start, labelLine()},
                 TextAlignment::center));

@@ -25,6 +25,7 @@ struct Axis {
     std::vector<AxisMark> marks{}; // along the axis; none writes no labels
     bool hasGrid = false; // a line across the plot at each mark
     bool hasEvenLabels = false; // each takes the widest one's room: those that stay lie evenly
+    double margin = 0; // of the plot before and after the domain, in units of the x axis
     std::string title{}; // empty for none
 
     bool operator==(const Axis&) const = default;
@@ -49,7 +50,8 @@ struct ChartLook {
     TextFace legend{.pixels = 10};
     Tint text = secondaryTint();
     Tint grid{InterfaceColor::separator};
-    double gap = 4; // between labels, and between them and the plot
+    double gap = 4; // between the plot and its labels
+    double labelGap = 3; // between labels
     double legendGap = 8; // above the legend
     double labelShare = 0.4; // of the width, at most, for the labels at the left
 

@@ -131,6 +131,27 @@ TEST(ActiveDistributionMarks, CutAnOverfullHourOffAtTheTop)
     EXPECT_THAT(spoken(marks, MarkRole::mark), ElementsAre("03:00=200", "05:00=100"));
 }
 
+TEST(ActiveDistributionMarks, StandWholeBesideTheNumbersAtTheLeft)
+{
+    for (const double width : {500.0, 600.0, 1300.0}) {
+        const auto marks = activeDistributionMarks(
+            std::vector{row(0, 3600, 1), row(23, 3600, 1)}, {width, 200}, kFivePoints);
+        const auto bar = [&](int back) { // the last mark that is a bar, or one before it
+            std::vector<Rect> bars;
+            for (const Mark& mark : marks) {
+                if (mark.role == MarkRole::mark) {
+                    bars.push_back(bounds(mark.shape));
+                }
+            }
+            return bars.at(bars.size() - 1 - static_cast<std::size_t>(back));
+        };
+        EXPECT_GE(bar(1).x, right(bounds(named(marks, "100%").shape)));
+        EXPECT_LE(right(bar(0)), width);
+        const Rect label = bounds(named(marks, "00:00").shape);
+        EXPECT_NEAR(center(label).x, center(bar(1)).x, 1e-9);
+    }
+}
+
 TEST(ActiveDistributionMarks, LabelEverySecondHourAndTheQuarters)
 {
     const auto marks

@@ -158,6 +158,26 @@ TEST(HourlyBarMarks, LeaveACountOutThatHasNoRoom)
     EXPECT_GT(counts, 6);
 }
 
+TEST(HourlyBarMarks, KeepCountsOfOneHeightApart)
+{
+    std::vector<KeylogHourly> hours(24);
+    for (int i = 0; i < 24; i += 2) {
+        hours[static_cast<std::size_t>(i)] = hour(i, {{"a", {123456, ""}}}); // 24 wide
+    }
+    for (double width = 240; width < 700; width += 1) {
+        std::vector<Rect> counts;
+        for (const Mark& mark : ofRole(hourlyBarMarks(hours, width, kFourPoints), MarkRole::text)) {
+            if (mark.name == "123456") {
+                counts.push_back(bounds(mark.shape));
+            }
+        }
+        ASSERT_GT(counts.size(), 3U);
+        for (std::size_t i = 1; i < counts.size(); ++i) {
+            ASSERT_GE(counts[i].x - right(counts[i - 1]), 2) << width;
+        }
+    }
+}
+
 TEST(HourlyBarMarks, AreAtLeastFourWide)
 {
     const auto bars

@@ -113,6 +113,28 @@ TEST(ChartFrame, DrawsItsGridAcrossThePlot)
     EXPECT_EQ(frame.behind[1], lineMark({16, 50}, {116, 50}, kLook.grid));
 }
 
+TEST(ChartFrame, MayKeepItsDomainOffTheEndsOfThePlot)
+{
+    Axis x{.from = 0, .to = 3, .marks = {{0, "a"}, {3, "b"}}, .margin = 0.5};
+    const ChartFrame frame = chartFrame({.x = x, .look = kLook}, {200, 100}, plainWidths());
+    EXPECT_EQ(frame.plot.x, 0);
+    EXPECT_EQ(frame.plot.width, 200);
+    EXPECT_EQ(frame.x, (Scale{0, 3, 25, 175})); // four units of 50
+    EXPECT_EQ(bounds(frame.around[0].shape), (Rect{23, 90, 4, 10}));
+}
+
+TEST(ChartFrame, WritesNamesAsCloseAsTheyCanBeToldApart)
+{
+    const auto namesAt = [](double width) {
+        return namesOf(chartFrame({.x = slotAxis({"12345", "12345", "12345"}), .look = kLook},
+                           {width, 100}, plainWidths())
+                           .around,
+            MarkRole::text);
+    };
+    EXPECT_THAT(namesAt(69), ElementsAre("12345", "12345", "12345")); // 20 wide, 3 between them
+    EXPECT_THAT(namesAt(68), ElementsAre("12345", "12345"));
+}
+
 TEST(ChartFrame, KeepsALastLabelUnderItsMark)
 {
     Axis x{.from = 0, .to = 10, .marks = {{0, "0000"}, {10, "1010"}}};
