@@ -16,9 +16,11 @@ constexpr TextFace kCaptionFace{TextFamily::system, 12};
 constexpr double kBarHeight = 20;
 constexpr double kBarRadius = 10;
 constexpr double kMarkerRadius = 14;
+constexpr double kMarkerLine = 1;
 constexpr double kMarkerDrop = 1; // of its shadow
 constexpr double kShadowRings = 3;
-constexpr double kEdgeOpacity = 0.35; // of the light edge of the percentage
+constexpr double kBrightShare = 0.19; // up to here the green is bright enough in the dark
+constexpr double kEdgeOpacity = 0.35; // of its light edge behind that
 constexpr Color kDarkRed{115, 0, 0};
 
 /// Where the bar lies. Above and below it is room for the marker, which is higher.
@@ -55,9 +57,10 @@ void addMarker(std::vector<Mark>& marks, Point place)
         marks.push_back({.shape = Circle{{place.x, place.y + kMarkerDrop}, kMarkerRadius + ring},
             .fills = {{kBlack, 0.15 / kShadowRings}}});
     }
-    marks.push_back({.shape = Circle{place, kMarkerRadius},
-        .fills = {{kWhite}},
-        .stroke = Stroke{{kBlack, 0.25}, 1}});
+    marks.push_back({.shape = Circle{place, kMarkerRadius}, .fills = {{kWhite}}});
+    // Inside the circle, as at its ends it touches the picture's edge.
+    marks.push_back({.shape = Circle{place, kMarkerRadius - kMarkerLine / 2},
+        .stroke = Stroke{{kBlack, 0.25}, kMarkerLine}});
 }
 
 } // namespace
@@ -80,8 +83,9 @@ std::vector<Mark> yearProgressMarks(
         .face = kPercentFace,
         .tint = {yearProgressColor(share)},
         .alignment = TextAlignment::trailing});
-    // Its colour is dark, and so may the ground be.
-    percentMark.texts = edgedText(percentMark.texts[0], {kWhite, kEdgeOpacity});
+    if (share > kBrightShare) {
+        percentMark.texts = edgedText(percentMark.texts[0], {kWhite, kEdgeOpacity});
+    }
     std::vector<Mark> marks{
         textMark({.place = {0, 0, std::max(width - percentWidth - kSpacing, 0.0), head},
             .text = "当年进度",

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 
 namespace quillbrook {
 namespace {
@@ -44,6 +45,26 @@ TEST(YearProgressMarks, BeginWithThePercentageInItsColour)
     EXPECT_EQ(marks[1].texts, edgedText(percent, {kWhite, 0.35}));
 }
 
+TEST(YearProgressMarks, EdgeThePercentageWhereADarkGroundWouldSwallowIt)
+{
+    const auto linear = [](int byte) {
+        const double part = byte / 255.0;
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    const auto luminance = [&](Color color) {
+        return 0.2126 * linear(color.red) + 0.7152 * linear(color.green)
+            + 0.0722 * linear(color.blue);
+    };
+    const double dark = luminance({0x2A, 0x2A, 0x2C});
+    for (int day = 0; day < 365; ++day) {
+        const Mark percent = marksAt(day + 0.5)[1];
+        const Color color = std::get<Color>(percent.texts.back().tint.color);
+        const bool isReadable = (luminance(color) + 0.05) / (dark + 0.05) >= 3;
+        EXPECT_TRUE(isReadable || percent.texts.size() > 1) << day;
+    }
+    EXPECT_EQ(marksAt(0.5)[1].texts.size(), 1U); // a bright green needs none
+}
+
 TEST(YearProgressMarks, DrawTheYearFromGreenToDarkRed)
 {
     const Mark bar = marksAt(72.5)[2];
@@ -72,8 +93,10 @@ TEST(YearProgressMarks, KeepTheMarkerOnTheBar)
 TEST(YearProgressMarks, DrawTheMarkerOverItsShadow)
 {
     const auto marks = marksAt(72.5);
-    const Mark& marker = marks[6];
-    EXPECT_EQ(marker.stroke, (Stroke{{kBlack, 0.25}, 1}));
+    EXPECT_EQ(std::get<Circle>(marks[6].shape).radius, 14);
+    EXPECT_EQ(marks[6].fills, std::vector<Tint>{{kWhite}});
+    EXPECT_EQ(marks[7].stroke, (Stroke{{kBlack, 0.25}, 1}));
+    EXPECT_EQ(std::get<Circle>(marks[7].shape).radius, 13.5); // inside what is filled
     double shadow = 0;
     for (std::size_t ring = 3; ring < 6; ++ring) {
         ASSERT_EQ(marks[ring].fills.size(), 1U);
