@@ -20,6 +20,7 @@ public:
     QSize minimumSizeHint() const override { return {}; }
 
 protected:
+    QSplitterHandle* createHandle() override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:

@@ -1,4 +1,5 @@
 #include "pages/kit/Chip.h"
+#include "pages/kit/Line.h"
 #include "pages/kit/ScrollPage.h"
 #include "pages/views/AppTreemap.h"
 #include "platform/virtual/VirtualApplication.h"
@@ -19,6 +20,7 @@
 #include <QIcon>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMouseEvent>
 #include <QPixmap>
 #include <QScreen>
 #include <QScrollArea>
@@ -305,6 +307,36 @@ TEST_F(DashboardTest, LeavesSidebarAndPageTheirMinimum)
     window().resize(window().minimumWidth(), 560);
     settle();
     EXPECT_GE(split.sizes()[1], SplitView::kPageMinimum);
+}
+
+TEST_F(DashboardTest, BeginsThePageAtTheSidebarsEdge)
+{
+    show();
+    const auto& split = *window().findChild<SplitView*>();
+    const auto& sidebar = *window().findChild<Sidebar*>();
+    EXPECT_EQ(split.widget(1)->x(), Sidebar::kIdealWidth);
+    const QImage picture = window().grab().toImage();
+    const int edge = sidebar.mapTo(&window(), QPoint(Sidebar::kIdealWidth, 0)).x();
+    const int line = split.widget(1)->findChild<Line*>()->mapTo(&window(), QPoint()).y();
+    EXPECT_EQ(picture.pixel(edge, line), picture.pixel(edge + 50, line));
+}
+
+TEST_F(DashboardTest, LetsTheSidebarsEdgeBeDragged)
+{
+    show();
+    auto& split = *window().findChild<SplitView*>();
+    QWidget& handle = *split.handle(1);
+    EXPECT_GE(handle.width(), 3);
+    const auto send = [&handle](QEvent::Type type, const QPointF& point) {
+        QMouseEvent event(type, point, handle.mapToGlobal(point), Qt::LeftButton,
+            type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton, {});
+        QApplication::sendEvent(&handle, &event);
+    };
+    const QPointF middle(handle.rect().center());
+    send(QEvent::MouseButtonPress, middle);
+    send(QEvent::MouseMove, middle - QPointF(20, 0));
+    send(QEvent::MouseButtonRelease, middle);
+    EXPECT_NEAR(split.sizes()[0], Sidebar::kIdealWidth - 20, 3);
 }
 
 TEST_F(DashboardTest, KeepsEverythingReachableInATile)

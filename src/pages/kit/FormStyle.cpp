@@ -4,6 +4,7 @@
 #include "pages/kit/Symbol.h"
 
 #include <QMenu>
+#include <QPainter>
 #include <QPainterPath>
 #include <QStyleOption>
 
@@ -52,6 +53,19 @@ int FormStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
         return 0;
     default:
         return QProxyStyle::styleHint(hint, option, widget, returned);
+    }
+}
+
+void FormStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+    const QWidget* widget) const
+{
+    QProxyStyle::drawControl(element, option, painter, widget);
+    if (element == CE_MenuBarItem || element == CE_MenuBarEmptyArea) {
+        // Qt's own line has a hole after each entry on a screen of more than one pixel a point.
+        const QRect& rect = option->rect;
+        const QRect line(rect.left(), rect.bottom(), rect.width(), 1);
+        painter->fillRect(line, Look::windowBackground(option->palette));
+        painter->fillRect(line, Look::separator(option->palette));
     }
 }
 

@@ -5,7 +5,7 @@
 namespace quillbrook {
 
 /// Qt's own style with our form of what Qt makes by itself: menus and tooltips have round corners,
-/// long menus scroll, and the check mark is our symbol.
+/// long menus scroll, the check mark is our symbol, and a menu bar ends in a line of ours.
 class FormStyle final : public QProxyStyle {
     Q_OBJECT
 
@@ -20,6 +20,8 @@ public:
 
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
         QStyleHintReturn* returned) const override;
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+        const QWidget* widget) const override;
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
         const QWidget* widget) const override;
 };

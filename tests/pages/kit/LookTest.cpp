@@ -8,6 +8,7 @@
 #include <QFontMetricsF>
 #include <QImage>
 #include <QMenu>
+#include <QMenuBar>
 #include <QPainter>
 
 namespace quillbrook {
@@ -102,6 +103,25 @@ TEST(Look, CutsMenusAndToolTipsOutWhereWindowsCantBlend)
         menu.close();
     }
     Look::setCanBlendWindows({});
+}
+
+TEST(Look, UnderlinesAMenuBarWithoutAHole)
+{
+    Look::apply(false, std::nullopt);
+    QMenuBar bar;
+    bar.addMenu("Quillbrook");
+    bar.resize(300, bar.sizeHint().height());
+    for (const double scale : {1.0, 1.25, 1.5, 2.0}) {
+        QImage image((QSizeF(bar.size()) * scale).toSize(), QImage::Format_RGB32);
+        image.setDevicePixelRatio(scale);
+        bar.render(&image);
+        const int last = image.height() - 1;
+        const QRgb line = image.pixel(0, last);
+        EXPECT_NE(line, image.pixel(0, last - 4)) << scale;
+        for (int x = 0; x < image.width(); ++x) {
+            ASSERT_EQ(image.pixel(x, last), line) << scale << " " << x;
+        }
+    }
 }
 
 TEST(Look, FadesOnTopOfAnOpacity)
