@@ -18,6 +18,7 @@ class LocaleText;
 class LoginItem;
 class MainLoop;
 class Notices;
+class PermissionGuide;
 class SystemSound;
 class TimeZone;
 class UserDefaults;
@@ -49,6 +50,7 @@ struct Platform {
     Notices& notices;
     WindowActivation& windowActivation;
     SystemSound& systemSound;
+    PermissionGuide& permissionGuide;
 };
 
 } // namespace quillbrook

@@ -110,7 +110,8 @@ protected:
             .idleMemory = p.idleMemory,
             .notices = p.notices,
             .windowActivation = p.windowActivation,
-            .systemSound = p.systemSound};
+            .systemSound = p.systemSound,
+            .permissionGuide = p.permissionGuide};
     }
 
     ThreadedMainLoop loop{};

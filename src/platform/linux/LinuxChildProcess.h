@@ -16,8 +16,8 @@ public:
     void launch(const std::string& path, const std::vector<std::string>& arguments,
         FailureHandler failed) override;
 
-    /// The line that asks for the display server's figures prints nothing; nothing else can be
-    /// launched: there is no permission that could be reset.
+    /// The line that asks for the display server's figures prints nothing, and a permission is
+    /// reset at once, as no grant is kept; nothing else can be launched.
     std::variant<FinishedProcess, LaunchFailure> run(
         const std::string& path, const std::vector<std::string>& arguments) override;
 

@@ -9,6 +9,7 @@
 #include "platform/linux/applications/AutostartLoginItem.h"
 #include "platform/linux/applications/DesktopEntries.h"
 #include "platform/linux/bus/Bus.h"
+#include "platform/linux/bus/BusPermissionGuide.h"
 #include "platform/linux/bus/Logind.h"
 #include "platform/linux/bus/NotificationIcon.h"
 #include "platform/linux/bus/Notifications.h"
@@ -154,6 +155,7 @@ struct LinuxPlatform::Parts {
     FollowedKeyCounting keyCounting{displayKeys, inputSource};
     Notifications notifications{sessionBus};
     LinuxChildProcess childProcess{notifications};
+    BusPermissionGuide permissionGuide{sessionBus, systemBus, bundleValues.bundlePath()};
 };
 
 LinuxPlatform::LinuxPlatform(std::function<void()> willShutDown)
@@ -191,7 +193,8 @@ Platform LinuxPlatform::platform()
         .idleMemory = parts->idleMemory,
         .notices = parts->notices,
         .windowActivation = parts->windowActivation,
-        .systemSound = parts->systemSound};
+        .systemSound = parts->systemSound,
+        .permissionGuide = parts->permissionGuide};
 }
 
 } // namespace quillbrook

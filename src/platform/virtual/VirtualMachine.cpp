@@ -36,7 +36,8 @@ Platform VirtualMachine::platform()
         .idleMemory = idleMemory,
         .notices = notices,
         .windowActivation = windowActivation,
-        .systemSound = systemSound};
+        .systemSound = systemSound,
+        .permissionGuide = permissionGuide};
 }
 
 void VirtualMachine::bringToFront(std::string name, std::string bundleIdentifier)

@@ -18,6 +18,7 @@
 #include "platform/virtual/VirtualLoginItem.h"
 #include "platform/virtual/VirtualMainLoop.h"
 #include "platform/virtual/VirtualNotices.h"
+#include "platform/virtual/VirtualPermissionGuide.h"
 #include "platform/virtual/VirtualSystemSound.h"
 #include "platform/virtual/VirtualTimeVfs.h"
 #include "platform/virtual/VirtualTimeZone.h"
@@ -74,6 +75,7 @@ public:
     VirtualNotices notices{};
     VirtualWindowActivation windowActivation{};
     VirtualSystemSound systemSound{mainLoop};
+    VirtualPermissionGuide permissionGuide{};
 
 private:
     VirtualTimeVfs timeVfs{clock};

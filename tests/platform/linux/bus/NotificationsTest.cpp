@@ -86,10 +86,17 @@ TEST_F(LinuxChildProcessTest, NothingElseCanBeLaunched)
     launch("/bin/true", {});
     EXPECT_THAT(failures, ElementsAre("本系统没有 /usr/bin/osascript", "本系统没有 /bin/true"));
     EXPECT_TRUE(std::holds_alternative<LaunchFailure>(childProcess.run("/bin/bash", {"-c", "ls"})));
+    const auto other = childProcess.run("/usr/bin/tccutil", {"list"});
+    ASSERT_TRUE(std::holds_alternative<LaunchFailure>(other));
+    EXPECT_EQ(std::get<LaunchFailure>(other).description, "本系统没有 /usr/bin/tccutil");
+}
+
+TEST_F(LinuxChildProcessTest, APermissionIsResetAtOnce)
+{
     const auto reset
         = childProcess.run("/usr/bin/tccutil", {"reset", "Accessibility", "cn.tarnlow.quillbrook"});
-    ASSERT_TRUE(std::holds_alternative<LaunchFailure>(reset));
-    EXPECT_EQ(std::get<LaunchFailure>(reset).description, "本系统没有 /usr/bin/tccutil");
+    ASSERT_TRUE(std::holds_alternative<FinishedProcess>(reset));
+    EXPECT_EQ(std::get<FinishedProcess>(reset).exitStatus, 0);
 }
 
 } // namespace

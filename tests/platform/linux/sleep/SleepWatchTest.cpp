@@ -43,7 +43,8 @@ protected:
             .idleMemory = plain.idleMemory,
             .notices = plain.notices,
             .windowActivation = plain.windowActivation,
-            .systemSound = plain.systemSound});
+            .systemSound = plain.systemSound,
+            .permissionGuide = plain.permissionGuide});
         startWorkingIn("Editor"); // its session begins at 60
         machine.runFor(40.5);
     }

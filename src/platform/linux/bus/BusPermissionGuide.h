@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/PermissionGuide.h"
+
+#include <QDBusMessage>
+#include <QObject>
+
+#include <functional>
+#include <string>
+
+namespace quillbrook {
+
+class Bus;
+
+/// Where no program can count keys, a service of the system does. This has the system switch it on,
+/// and the desktop's file manager show the program. Main thread only.
+class BusPermissionGuide final : public QObject, public PermissionGuide {
+public:
+    /// `program` is the absolute path of the program's file.
+    BusPermissionGuide(const Bus& sessionBus, const Bus& systemBus, std::string program);
+
+    PermissionGiver giver() const override { return PermissionGiver::counterService; }
+    void openSettings() override;
+    void revealProgram() override;
+
+private:
+    void send(const Bus& bus, const QDBusMessage& call, const std::function<void()>& succeeded);
+
+    const Bus& sessionBus;
+    const Bus& systemBus;
+    std::string program;
+};
+
+} // namespace quillbrook
