@@ -4,9 +4,17 @@
 
 #include <QAbstractButton>
 
+#include <cstdint>
+
 namespace quillbrook {
 
-/// A small button with a border that shows a symbol, a text, or both.
+enum class ButtonForm : std::uint8_t {
+    small, ///< stands beside other things
+    large, ///< stands by itself
+    prominent, ///< large, with a breath of the accent colour: what leads on
+};
+
+/// A button with a border that shows a symbol, a text, or both; a small one at first.
 class BorderedButton final : public QAbstractButton, public Spoken {
     Q_OBJECT
 
@@ -15,6 +23,8 @@ public:
     /// which is empty then, the text stands alone.
     BorderedButton(
         const QString& symbol, const QString& text, const QString& name, QWidget* parent = nullptr);
+
+    void setForm(ButtonForm newForm);
 
     QAccessible::Role accessibleRole() const override { return QAccessible::Button; }
     QSize sizeHint() const override;
@@ -25,6 +35,7 @@ protected:
 
 private:
     QString symbol;
+    ButtonForm form = ButtonForm::small;
 };
 
 } // namespace quillbrook

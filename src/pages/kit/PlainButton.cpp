@@ -39,8 +39,8 @@ PlainButton::PlainButton(
 QSize PlainButton::sizeHint() const
 {
     const QFontMetricsF metrics(Look::systemFont(pixels));
-    const double width
-        = 2 * kSidePadding + pixels + kBehindSymbol + metrics.horizontalAdvance(text());
+    const int symbolWidth = symbol.isEmpty() ? 0 : pixels + kBehindSymbol;
+    const double width = 2 * kSidePadding + symbolWidth + metrics.horizontalAdvance(text());
     return {static_cast<int>(std::ceil(width)),
         static_cast<int>(std::ceil(lineHeight({.pixels = pixels}))) + 2 * kEdgePadding};
 }
@@ -53,11 +53,14 @@ void PlainButton::paintEvent(QPaintEvent*)
         painter.fillRect(rect(), Look::faded(Look::primaryText(palette()), isDown() ? 0.14 : 0.06));
     }
     const QColor color = Look::color(tint, palette());
-    const QRectF drawing(kSidePadding, (height() - pixels) / 2.0, pixels, pixels);
-    Symbol::draw(painter, symbol, drawing, color);
-    const double left = drawing.right() + kBehindSymbol;
-    drawShrunkText(painter, QRectF(left, 0, width() - left - kSidePadding, height()), Qt::AlignLeft,
-        text(), Look::systemFont(pixels), color);
+    QRectF place(kSidePadding, 0, width() - 2 * kSidePadding, height());
+    if (!symbol.isEmpty()) {
+        const QRectF drawing(kSidePadding, (height() - pixels) / 2.0, pixels, pixels);
+        Symbol::draw(painter, symbol, drawing, color);
+        place.setLeft(drawing.right() + kBehindSymbol);
+    }
+    drawShrunkText(painter, place, symbol.isEmpty() ? Qt::AlignHCenter : Qt::AlignLeft, text(),
+        Look::systemFont(pixels), color);
     drawFocusRing(painter, *this, rect(), kRadius);
 }
 

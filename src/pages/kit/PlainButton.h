@@ -7,7 +7,8 @@
 
 namespace quillbrook {
 
-/// A button without a bezel: a symbol and a text in one tint, over the whole width.
+/// A button without a bezel: a symbol and a text in one tint, over the whole width. Without a
+/// symbol, which is empty then, the text stands in the middle.
 class PlainButton final : public QAbstractButton, public Spoken {
     Q_OBJECT
 
