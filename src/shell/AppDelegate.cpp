@@ -34,10 +34,11 @@ void AppDelegate::reopen(const std::string& startupId)
     }
 }
 
-void AppDelegate::showPermissionSetup(bool, std::function<void()> onComplete)
+void AppDelegate::showPermissionSetup(bool isNewVersion, std::function<void()> onComplete)
 {
     styleWindows();
-    permissionWindow = std::make_unique<PermissionSetupWindow>(platform, std::move(onComplete));
+    permissionWindow
+        = std::make_unique<PermissionSetupWindow>(platform, isNewVersion, std::move(onComplete));
     permissionWindow->setWindowIcon(appIcon());
     auto* quit = new QAction(permissionWindow.get());
     quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Platform.h"
+#include "pages/kit/Spoken.h"
 
 #include <QWidget>
 
@@ -8,20 +8,18 @@
 
 namespace quillbrook {
 
-/// The window before the first recording: it lets the user go on, with the permission to count keys
-/// or without it.
-class PermissionSetupWindow final : public QWidget {
+struct Platform;
+
+/// The window before the first recording, in the middle of the screen and of one size.
+class PermissionSetupWindow final : public QWidget, public Spoken {
     Q_OBJECT
 
 public:
     /// `onComplete` runs once, when the user goes on; not when the window is closed.
-    PermissionSetupWindow(const Platform& platform, std::function<void()> onComplete);
+    PermissionSetupWindow(
+        const Platform& platform, bool isNewVersion, std::function<void()> onComplete);
 
-private:
-    void goOn();
-
-    Platform platform;
-    std::function<void()> onComplete;
+    QAccessible::Role accessibleRole() const override { return QAccessible::Window; }
 };
 
 } // namespace quillbrook
