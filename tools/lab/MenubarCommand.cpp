@@ -2,6 +2,7 @@
 
 #include "base/Text.h"
 #include "lab/Arguments.h"
+#include "lab/ChoiceOption.h"
 #include "lab/JsonText.h"
 #include "lab/ZoneOption.h"
 #include "platform/qt/SystemClock.h"
@@ -26,22 +27,6 @@ Refreshes the menu bar's figures once and prints them with its menu as a JSON ob
   --trusted BOOL      whether the permission to count keys is given; default: true
   --login-item STATE  whether the program starts at login; default: off
 )";
-
-/// Whether an option has the word `yes`; the default without it. Neither `yes` nor `no` is a usage
-/// error.
-bool choice(const Arguments& arguments, std::string_view name, std::string_view yes,
-    std::string_view no, bool isDefault)
-{
-    const auto text = arguments.option(name);
-    if (!text) {
-        return isDefault;
-    }
-    if (*text != yes && *text != no) {
-        arguments.reject(
-            name, "'" + *text + "' is neither " + std::string(yes) + " nor " + std::string(no));
-    }
-    return *text == yes;
-}
 
 QByteArray menuJson(const MenuBarVM& model)
 {
@@ -84,8 +69,8 @@ int menubarCommand(const std::vector<std::string>& texts)
             .required = {"--data"}},
         texts);
     const double now = arguments.number("--now").value_or(SystemClock().now());
-    const bool isTrusted = choice(arguments, "--trusted", "true", "false", true);
-    const bool startsAtLogin = choice(arguments, "--login-item", "on", "off", false);
+    const bool isTrusted = choiceOption(arguments, "--trusted", "true", "false", true);
+    const bool startsAtLogin = choiceOption(arguments, "--login-item", "on", "off", false);
 
     VirtualMachine machine(arguments.required("--data"), now);
     machine.timeZone.setSecondsFromUtc(zoneSeconds(arguments));

@@ -5,6 +5,7 @@
 #include "lab/CategoriesPage.h"
 #include "lab/OffscreenQt.h"
 #include "lab/PeriodOption.h"
+#include "lab/SetupPage.h"
 #include "lab/ZoneOption.h"
 #include "pages/figures/TimelineFigures.h"
 #include "platform/qt/QtText.h"
@@ -34,6 +35,8 @@ constexpr std::string_view kUsage
                            [--png FILE] [--text FILE] [--csv FILE]
        quillbrook-lab page --data DIR --tab Categories [--search TEXT] [--pick NAME [--choose LABEL]]
                            [--now T] [--scale F] [--dark] [--png FILE] [--text FILE]
+       quillbrook-lab page --data DIR --tab Setup [--trusted true|false] [--new-version]
+                           [--reset ok|failed] [--scale F] [--dark] [--png FILE] [--text FILE]
 
 Opens the dashboard off screen on a page, waits for its data, and writes what is to be seen.
 
@@ -56,12 +59,19 @@ Categories is the sheet over Habit in which applications get their categories, i
   --search TEXT    types it into the search field
   --pick NAME      presses the first entry of that name
   --choose LABEL   presses that category, or 恢复系统默认
+
+Setup is the window before the first recording, in its own size.
+
+  --trusted BOOL   whether the permission to count keys is there (default: true)
+  --new-version    the launch follows an update
+  --reset RESULT   presses the reset button, with the reset tool and the administrator's way both
+                   working (ok) or both failing (failed)
 )";
 
 const Syntax kSyntax{.usage = kUsage,
     .options = {"--data", "--tab", "--period", "--now", "--zone", "--size", "--scale", "--defaults",
-        "--png", "--text", "--csv", "--search", "--pick", "--choose"},
-    .flags = {"--dark", "--full"},
+        "--png", "--text", "--csv", "--search", "--pick", "--choose", "--trusted", "--reset"},
+    .flags = {"--dark", "--full", "--new-version"},
     .required = {"--data", "--tab"}};
 
 constexpr QSize kDefaultSize(960, 680);
@@ -133,6 +143,14 @@ Request requestOf(const Arguments& arguments)
             arguments.reject(name, "only Categories lists applications");
         }
     }
+    for (const char* name : {"--trusted", "--reset"}) {
+        if (arguments.option(name)) {
+            arguments.reject(name, "only Setup asks for the permission");
+        }
+    }
+    if (arguments.flag("--new-version")) {
+        arguments.reject("--tab", "only Setup follows an update");
+    }
     request.now = nowOf(arguments);
     request.zone = zoneSeconds(arguments);
     request.defaults = defaultsOf(arguments);
@@ -191,6 +209,9 @@ int pageCommand(const std::vector<std::string>& texts)
     const Arguments arguments(kSyntax, texts);
     if (arguments.required("--tab") == "Categories") {
         return categoriesPage(arguments);
+    }
+    if (arguments.required("--tab") == "Setup") {
+        return setupPage(arguments);
     }
     const Request request = requestOf(arguments);
 
