@@ -3,7 +3,7 @@
 #include "base/Text.h"
 
 #include <algorithm>
-#include <limits>
+#include <set>
 #include <string>
 #include <utility>
 
@@ -45,7 +45,7 @@ constexpr double kRingWidth = 1.5;
 constexpr double kHourWidth = 20; // of a label's place
 constexpr double kTimeWidth = 40;
 
-/// Nearer to the last one painted, a dot would only hide it: it is found and read, not painted.
+/// Nearer to one that is painted, a dot would only hide it: it is found and read, not painted.
 constexpr double kDotDistance = 2;
 
 TextLine centeredLine(Point middle, double width, std::string text, const TextFace& face, Tint tint)
@@ -120,13 +120,16 @@ public:
         const std::vector<std::size_t> labelled = labelIndicesToShow(fractions, axis.width);
         marks.reserve(marks.size() + fractions.size() + labelled.size());
         auto nextLabel = labelled.begin();
-        double lastPainted = -std::numeric_limits<double>::infinity();
+        std::set<double> painted; // the years of a day follow each other, each from its morning on
         for (std::size_t index = 0; index < fractions.size(); ++index) {
             const std::string time = timeString(row.times[index]);
             const Point at = pointAt(fractions[index], kLineY);
-            const bool isPainted = at.x - lastPainted >= kDotDistance;
+            const auto near = painted.upper_bound(at.x - kDotDistance);
+            const bool isPainted = near == painted.end() || *near >= at.x + kDotDistance;
+            if (isPainted) {
+                painted.insert(near, at.x);
+            }
             marks.push_back(dot(at, time, fractions[index], isPainted));
-            lastPainted = isPainted ? at.x : lastPainted;
             if (nextLabel != labelled.end() && *nextLabel == index) {
                 ++nextLabel;
                 marks.push_back(textMark(centeredLine(pointAt(fractions[index], kTimeY), kTimeWidth,

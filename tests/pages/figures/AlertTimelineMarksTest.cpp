@@ -143,6 +143,19 @@ TEST(AlertTimelineMarks, PaintNoDotOnTopOfAnother)
     EXPECT_THAT(arePainted, ElementsAre(true, false, false, true, false));
 }
 
+TEST(AlertTimelineMarks, PaintTheDotsOfEveryYearThatShareADay)
+{
+    constexpr double kYear = 365 * 86400.0;
+    const auto dots = dotsOf(marksOf({swapAt({kMidnight - kYear + 7200, kMidnight - kYear + 82800,
+        kMidnight + 3600, kMidnight + 7000, kMidnight + 7300, kMidnight + 43200})}));
+    std::vector<bool> arePainted;
+    for (const Mark& dot : dots) {
+        arePainted.push_back(!dot.fills.empty());
+    }
+    // Those of 01:56 and 02:01 lie under the older one of 02:00.
+    EXPECT_THAT(arePainted, ElementsAre(true, true, true, false, false, true));
+}
+
 TEST(AlertTimelineMarks, DivideTwoRows)
 {
     const auto marks = marksOf({swapAt({}), {"disk_full", "odd", {kMidnight}}});
