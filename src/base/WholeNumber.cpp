@@ -30,4 +30,14 @@ bool isWithinWholeNumbers(double value)
     return value >= -kLimit && value < kLimit;
 }
 
+std::int64_t boundedSum(std::int64_t a, std::int64_t b)
+{
+    std::int64_t sum = 0;
+    if (__builtin_add_overflow(a, b, &sum)) {
+        return b > 0 ? std::numeric_limits<std::int64_t>::max()
+                     : std::numeric_limits<std::int64_t>::min();
+    }
+    return sum;
+}
+
 } // namespace quillbrook

@@ -12,4 +12,7 @@ std::int64_t wholeNumber(double value);
 /// number.
 bool isWithinWholeNumbers(double value);
 
+/// The sum, or the nearest whole number of 64 bits when a damaged store's counts exceed all.
+std::int64_t boundedSum(std::int64_t a, std::int64_t b);
+
 } // namespace quillbrook

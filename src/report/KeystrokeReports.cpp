@@ -5,24 +5,12 @@
 #include "report/StoreQuery.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace quillbrook {
 
 namespace {
 
 constexpr std::string_view kNoMethod = "其他";
-
-/// The sum, or the nearest whole number there is when a damaged store's counts exceed all.
-std::int64_t boundedSum(std::int64_t a, std::int64_t b)
-{
-    std::int64_t sum = 0;
-    if (__builtin_add_overflow(a, b, &sum)) {
-        return b > 0 ? std::numeric_limits<std::int64_t>::max()
-                     : std::numeric_limits<std::int64_t>::min();
-    }
-    return sum;
-}
 
 std::vector<KeylogHourly> emptyHours()
 {

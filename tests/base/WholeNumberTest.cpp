@@ -23,5 +23,13 @@ TEST(WholeNumber, BoundsWhatLiesBeyond)
     EXPECT_EQ(wholeNumber(std::numeric_limits<double>::quiet_NaN()), 0);
 }
 
+TEST(BoundedSum, AddsAndStopsAtTheBounds)
+{
+    EXPECT_EQ(boundedSum(2, 3), 5);
+    EXPECT_EQ(boundedSum(INT64_MAX, -1), INT64_MAX - 1);
+    EXPECT_EQ(boundedSum(INT64_MAX, 1), INT64_MAX);
+    EXPECT_EQ(boundedSum(-1, INT64_MIN), INT64_MIN);
+}
+
 } // namespace
 } // namespace quillbrook

@@ -1,6 +1,7 @@
 #include "pages/figures/KeylogFigures.h"
 
 #include "base/Text.h"
+#include "base/WholeNumber.h"
 #include "pages/figures/AppPalette.h"
 #include "pages/marks/BarMarks.h"
 #include "pages/marks/RingMarks.h"
@@ -155,10 +156,11 @@ std::vector<InputMethodStat> inputMethodStats(std::span<const KeylogHourly> hour
     for (const KeylogHourly& hour : hourly) {
         for (const auto& [name, app] : hour.apps) {
             const std::string_view method = categorizeMethod(app.inputMethod);
-            std::find_if(stats.begin(), stats.end(),
-                [method](const InputMethodStat& stat) { return stat.method == method; })
-                ->keystrokes
-                += app.keystrokes;
+            std::int64_t& keystrokes
+                = std::find_if(stats.begin(), stats.end(), [method](const InputMethodStat& stat) {
+                      return stat.method == method;
+                  })->keystrokes;
+            keystrokes = boundedSum(keystrokes, app.keystrokes);
         }
     }
     std::erase_if(stats, [](const InputMethodStat& stat) { return stat.keystrokes < 1; });
@@ -174,7 +176,7 @@ std::vector<AppTokens> appStats(std::span<const KeylogHourly> hourly)
         for (const auto& [name, app] : hour.apps) {
             AppTokens& sum = byName[name];
             sum.app = name;
-            sum.keystrokes += app.keystrokes;
+            sum.keystrokes = boundedSum(sum.keystrokes, app.keystrokes);
             sum.tokens += static_cast<double>(app.keystrokes) * rateOf(app.inputMethod);
         }
     }

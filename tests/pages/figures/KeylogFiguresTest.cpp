@@ -76,6 +76,17 @@ TEST(AppStats, WeighKeysByTheRateOfTheirMethod)
     EXPECT_DOUBLE_EQ(apps[1].tokens, 267);
 }
 
+TEST(KeylogSums, StayAtTheGreatestNumber)
+{
+    constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max();
+    KeylogHourly full{.hour = 9, .keystrokes = kMost};
+    full.apps = {{"Editor", {kMost, "english"}}, {"Chat", {5, "english"}}};
+    const std::vector hours{full, full};
+    EXPECT_EQ(inputMethodStats(hours).at(0).keystrokes, kMost);
+    EXPECT_EQ(appStats(hours).at(0).keystrokes, kMost);
+    EXPECT_EQ(appStats(hours).at(1).keystrokes, 10);
+}
+
 TEST(AppStats, RankTheFirstTen)
 {
     std::map<std::string, KeylogApp> apps;
