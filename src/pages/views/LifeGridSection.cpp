@@ -62,8 +62,11 @@ LifeGridSection::LifeGridSection(const Clock& clock, QWidget* parent)
 void LifeGridSection::setLife(int birthYear, int age)
 {
     const bool isChoice = birthYear >= life::kFirstBirthYear && birthYear <= life::kLastBirthYear;
-    picker->setCurrent(isChoice ? birthYear - life::kFirstBirthYear : -1);
-    picker->setText(yearLabel(birthYear)); // also where it is none of the choices
+    if (isChoice) {
+        picker->setCurrent(birthYear - life::kFirstBirthYear);
+    } else {
+        picker->showOther(yearLabel(birthYear));
+    }
     const int birthCol = birthColumn(birthYear);
     grid->setCells(
         computeCellInfos(age, birthCol, lifeExpectancyAge()), birthCol, lifeExpectancyAge());

@@ -6,6 +6,7 @@
 #include "pages/motion/MonkBellButton.h"
 #include "pages/views/LifeGridView.h"
 #include "pages/views/iLifeView.h"
+#include "support/AccessibleEvents.h"
 #include "support/PagesFixture.h"
 
 #include <gmock/gmock.h>
@@ -145,7 +146,9 @@ TEST_F(LifeViewTest, LetsTheBirthYearBePicked)
     ASSERT_EQ(menu->actions().size(), 51);
     EXPECT_EQ(menu->actions().first()->text(), "1970 年");
     EXPECT_EQ(menu->actions().last()->text(), "2020 年");
+    const AccessibleEvents events;
     menu->actions().first()->trigger();
+    EXPECT_THAT(events.of(part<LifeGridView>()), ElementsAre(QAccessible::TableModelChanged));
     EXPECT_EQ(machine.userDefaults.integerForKey("birthYear"), 1970);
     EXPECT_EQ(cells()[9], "出生前");
     EXPECT_EQ(cells()[10], "1 岁，出生，已过");
@@ -165,6 +168,7 @@ TEST_F(LifeViewTest, ShowsAStoredYearThatCanNotBePicked)
     machine.userDefaults.setInteger("birthYear", 2030);
     open();
     EXPECT_EQ(part<MenuPicker>().accessibleValue(), "2030 年");
+    EXPECT_EQ(part<MenuPicker>().accessibleDescription(), "2030 年");
     EXPECT_THAT(cells(), Contains("1 岁，出生，未来"));
     EXPECT_FALSE(part<LifeCellView>().isVisible());
     EXPECT_EQ(machine.userDefaults.integerForKey("birthYear"), 2030);
