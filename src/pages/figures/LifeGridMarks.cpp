@@ -158,6 +158,15 @@ std::vector<Mark> lifeCellMarks(const LifeCellInfo& info, const Rect& rect, int 
     return marks;
 }
 
+std::size_t glowingNumber(std::span<const Mark> cell)
+{
+    std::size_t place = cell.size() - 1;
+    while (place > 0 && cell[place].texts.empty()) {
+        --place;
+    }
+    return place;
+}
+
 std::vector<Mark> lifeGridMarks(
     std::span<const LifeCellInfo> cells, int birthCol, int lifeExpectancyAge, double width)
 {

@@ -13,6 +13,7 @@
 
 #include <cmath>
 #include <utility>
+#include <vector>
 
 namespace quillbrook {
 
@@ -97,9 +98,11 @@ void LifeCellView::paintEvent(QPaintEvent*)
     painter.translate(cell.center());
     painter.scale(scale, scale);
     painter.translate(-cell.center());
-    for (const Mark& mark :
-        lifeCellMarks(info, {cell.x(), cell.y(), cell.width(), cell.height()}, lifeExpectancyAge)) {
-        if (!mark.texts.empty()) {
+    const std::vector<Mark> marks
+        = lifeCellMarks(info, {cell.x(), cell.y(), cell.width(), cell.height()}, lifeExpectancyAge);
+    const Mark& number = marks[glowingNumber(marks)];
+    for (const Mark& mark : marks) {
+        if (&mark == &number) {
             paintGlow(
                 painter, mark.texts.back(), glow, Look::color(SystemColor::orange, palette()));
         }

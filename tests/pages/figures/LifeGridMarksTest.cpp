@@ -236,6 +236,17 @@ TEST(LifeCell, LaysLargeNumbersOnEachOther)
     EXPECT_EQ(textsOf(cellOf(1988, 84, 87)), large("84", 16) + large("84", 18));
 }
 
+TEST(LifeCell, GlowsInThePresentYearsNumberAlone)
+{
+    const auto glowing = [](int age, std::size_t id) {
+        const std::vector<Mark> cell = cellOf(1988, age, id);
+        return cell.at(glowingNumber(cell)).texts.at(0).text;
+    };
+    EXPECT_EQ(glowing(1, 4), "1"); // not the "0" of the birth under it
+    EXPECT_EQ(glowing(38, 41), "38");
+    EXPECT_EQ(glowing(41, 44), "41"); // below the sign of somebody who is commemorated
+}
+
 TEST(LifeCell, MarksAGift)
 {
     const auto ahead = cellOf(1988, 38, 88);
