@@ -58,9 +58,10 @@ void InfoPopover::addEntry(const InfoEntry& entry)
     content()->addLayout(grid);
 }
 
-void InfoPopover::addDivider()
+void InfoPopover::addDivider(int below)
 {
     content()->addWidget(new Line);
+    content()->addSpacing(below);
 }
 
 void InfoPopover::addNote(const QString& text)

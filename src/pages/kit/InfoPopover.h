@@ -39,7 +39,8 @@ public:
     /// `below` is added to the spacing under it.
     void addHeadline(const QString& text, int below = 0);
     void addEntry(const InfoEntry& entry);
-    void addDivider();
+    /// `below` is added to the spacing under it.
+    void addDivider(int below = 0);
     /// A line or paragraph in the style of the details.
     void addNote(const QString& text);
 

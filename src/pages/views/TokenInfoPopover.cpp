@@ -14,6 +14,7 @@ constexpr InfoForm kForm{.width = 350,
     .detailStyle = TextStyle::caption2,
     .behindSymbol = 8,
     .nameWidth = 56};
+constexpr int kAroundDivider = 12; // that under the headline, which is more than among the entries
 
 } // namespace
 
@@ -21,8 +22,8 @@ void openTokenInfo(QWidget* anchor)
 {
     auto* popover = new InfoPopover(kForm, anchor);
     popover->setAttribute(Qt::WA_DeleteOnClose);
-    popover->addHeadline("Token 换算逻辑", kForm.spacing);
-    popover->addDivider();
+    popover->addHeadline("Token 换算逻辑", kAroundDivider - kForm.spacing);
+    popover->addDivider(kAroundDivider - kForm.spacing);
     for (const TokenInfo& each : tokenInfos()) {
         popover->addEntry({.name = toQString(each.name),
             .value = toQString(each.value),

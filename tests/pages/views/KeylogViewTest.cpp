@@ -1,9 +1,11 @@
 #include "pages/views/KeylogView.h"
 
+#include "pages/kit/Line.h"
 #include "support/PagesFixture.h"
 
 #include <gmock/gmock.h>
 
+#include <QLabel>
 #include <QPointer>
 
 namespace quillbrook {
@@ -63,6 +65,13 @@ TEST_F(KeylogViewTest, ExplainsTheTokensInAPopover)
         IsSupersetOf({"Token 换算逻辑", "英文", "1 击键 ≈ 0.248 token", "双拼",
             "1 击键 ≈ 0.267 token", "其他", "1 击键 ≈ 0.152 token", "TPM", "每分钟输入 Token 数",
             "参考：基于 GPT-4o tokenizer 实测统计", "数据来自 keylog 工具全局 keyDown 计数"}));
+    // More room around the divider under the headline than around those among the entries.
+    const auto lines = popover->findChildren<Line*>();
+    const auto labels = popover->findChildren<QLabel*>();
+    ASSERT_EQ(lines.size(), 5);
+    EXPECT_EQ(lines[0]->y() - (labels[0]->y() + labels[0]->height() - 6), 12);
+    EXPECT_EQ(labels[1]->y() - (lines[0]->y() + lines[0]->height()), 12);
+    EXPECT_EQ(labels[4]->y() - (lines[1]->y() + lines[1]->height()), 6);
     press(*popover, Qt::Key_Escape);
     EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
 }
