@@ -84,9 +84,10 @@ void ContentView::observeSelection()
             if (std::exchange(shown, tab) == tab) {
                 return;
             }
+            // First, so that a fault in the making of the page is told of that page.
+            updateHeartbeat(rawValue(tab));
             sidebar->setSelected(tab);
             showDetail();
-            updateHeartbeat(rawValue(tab));
             provider.refresh();
         }));
 }

@@ -69,7 +69,10 @@ protected:
     {
         return std::make_unique<DashboardWindowController>(
             machine.platform(), application,
-            [this](std::string_view page) { heartbeats.emplace_back(page); },
+            [this](std::string_view page) {
+                heartbeats.emplace_back(page);
+                textsAtHeartbeat = texts();
+            },
             [this](MenuAction action) { performed.push_back(action); });
     }
 
@@ -101,6 +104,7 @@ protected:
 
     VirtualApplication application{};
     std::vector<std::string> heartbeats{};
+    std::vector<std::string> textsAtHeartbeat{};
     std::vector<MenuAction> performed{};
     std::unique_ptr<DashboardWindowController> dashboard = makeDashboard();
 };
@@ -205,6 +209,7 @@ TEST_F(DashboardTest, WritesTheHeartbeatThenRefreshesForAnotherPage)
     });
     clickRow("Past");
     EXPECT_THAT(heartbeats, ElementsAre("Past"));
+    EXPECT_THAT(textsAtHeartbeat, Contains("Today Is a Present")); // the new page isn't made yet
     EXPECT_THAT(order, ElementsAre("loading after 1", "loaded after 1"));
 }
 
