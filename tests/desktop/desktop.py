@@ -282,11 +282,21 @@ class Desktop:
         return (int(geometry["X"]) + int(geometry["WIDTH"]) // 2,
                 int(geometry["Y"]) + int(geometry["HEIGHT"]) // 2)
 
+    def _picture(self, window):
+        """A window's pixels as `xwd` writes them, and the header's numbers. None while a window in
+        it comes or goes, which ends `xwd`."""
+        asked = subprocess.run(["xwd", "-silent", "-id", str(window)], env=self.env,
+                               stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, check=False,
+                               timeout=60)
+        image = asked.stdout
+        return (image, struct.unpack(">25I", image[:100])) if asked.returncode == 0 else None
+
     def colors(self, window):
-        """The colours of a window's pixels, as (red, green, blue)."""
-        image = subprocess.check_output(["xwd", "-silent", "-id", str(window)], env=self.env,
-                                        timeout=60)
-        header = struct.unpack(">25I", image[:100])
+        """The colours of a window's pixels, as (red, green, blue); none while it changes."""
+        picture = self._picture(window)
+        if picture is None:
+            return set()
+        image, header = picture
         begin, width, pixel, line = (
             header[0] + 12 * header[19], header[4], header[11] // 8, header[12])
         return {tuple(reversed(image[at:at + 3]))
@@ -294,10 +304,11 @@ class Desktop:
                 for at in range(start, start + width * pixel, pixel)}
 
     def commonest_color(self, window):
-        """The colour that most of a window's pixels have, by a sample of them."""
-        image = subprocess.check_output(["xwd", "-silent", "-id", str(window)], env=self.env,
-                                        timeout=60)
-        header = struct.unpack(">25I", image[:100])
+        """The colour that most of a window's pixels have, by a sample; None while it changes."""
+        picture = self._picture(window)
+        if picture is None:
+            return None
+        image, header = picture
         begin, pixel = header[0] + 12 * header[19], header[11] // 8
         pixels = collections.Counter(
             image[at:at + 3] for at in range(begin, len(image) - 2, pixel * 97))
