@@ -398,6 +398,20 @@ TEST_F(LifeViewTest, KeepsTheYearItWasMadeIn)
     EXPECT_EQ(clock(), "00:00:04");
 }
 
+TEST_F(LifeViewTest, PutsBellAndClockBesideItsTitleInANewWindow)
+{
+    open();
+    page->resize(960 - 220, 598); // beside the sidebar
+    QCoreApplication::processEvents();
+    const auto middle = [this](const QWidget& widget) {
+        return widget.mapTo(page.get(), widget.rect().center());
+    };
+    const QPoint bell = middle(part<MonkBellButton>());
+    const QPoint clock = middle(part<FlipClockContainer>());
+    EXPECT_NEAR(clock.y(), bell.y(), 1);
+    EXPECT_GT(clock.x(), bell.x());
+}
+
 TEST_F(LifeViewTest, FitsTheSmallestWindow)
 {
     open();
