@@ -53,11 +53,12 @@ void SidebarRow::paintEvent(QPaintEvent*)
         painter.drawRoundedRect(rect(), kRadius, kRadius);
     }
     const QColor accent = Look::accent(palette());
+    const QColor onAccent = Look::textOnAccent(palette());
     const QRectF place(
         kSidePadding, (height() - kSymbolPixels) / 2.0, kSymbolPixels, kSymbolPixels);
-    Symbol::draw(painter, symbol, place, isChecked() ? QColor(Qt::white) : accent);
+    Symbol::draw(painter, symbol, place, isChecked() ? onAccent : accent);
     painter.setFont(Look::font(TextStyle::body));
-    painter.setPen(isChecked() ? QColor(Qt::white) : Look::primaryText(palette()));
+    painter.setPen(isChecked() ? onAccent : Look::primaryText(palette()));
     painter.drawText(rect().adjusted(kSidePadding + kSymbolPixels + kBehindSymbol, 0, 0, 0),
         Qt::AlignLeft | Qt::AlignVCenter, text());
     drawFocusRing(painter, *this, rect(), kRadius);

@@ -35,6 +35,24 @@ TEST(SidebarTest, ShowsTheSymbolOfEachPage)
     EXPECT_EQ(place, rows.size());
 }
 
+TEST(SidebarTest, WritesDarkOnALightAccent)
+{
+    Look::apply(false, Color{0xFF, 0xCC, 0x00});
+    Sidebar sidebar;
+    sidebar.setSelected(NavTab::history);
+    const QColor dark = Look::textOnAccent(sidebar.palette());
+    EXPECT_LT(dark.lightness(), 128);
+    for (SidebarRow* row : sidebar.findChildren<SidebarRow*>()) {
+        const Painting painting = paintingOf(*row);
+        EXPECT_EQ(painting.texts.at(0).color == dark, row->isChecked());
+    }
+    const auto rows = sidebar.findChildren<SidebarRow*>();
+    const bool hasDarkSymbol
+        = paintingOf(*rows[1]).hasFilled(Symbol::outline("calendar.badge.clock"), dark);
+    EXPECT_TRUE(hasDarkSymbol);
+    Look::apply(false, std::nullopt);
+}
+
 TEST(SidebarTest, ShowsTheAboutRowInTheAccentWhileItIsSelected)
 {
     Sidebar sidebar;

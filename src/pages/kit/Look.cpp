@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstddef>
 #include <utility>
 #include <variant>
@@ -80,6 +81,23 @@ QFont fontOf(const QStringList& families, int pixels, QFont::Weight weight)
     return font;
 }
 
+double luminance(const QColor& color)
+{
+    const auto linear = [](double part) {
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF())
+        + 0.0722 * linear(color.blueF());
+}
+
+/// White, or a dark grey on an accent that is too light for it: desktops have yellow ones, too.
+QColor textOn(const QColor& accentColor)
+{
+    constexpr double kLeastContrast = 3;
+    const double contrast = 1.05 / (luminance(accentColor) + 0.05);
+    return contrast >= kLeastContrast ? QColor(Qt::white) : QColor(0x26, 0x26, 0x26);
+}
+
 QPalette paletteFor(bool isDark, QColor accentColor)
 {
     const QColor text = isDark ? QColor(255, 255, 255, 217) : QColor(0, 0, 0, 217);
@@ -100,7 +118,7 @@ QPalette paletteFor(bool isDark, QColor accentColor)
     palette.setColor(QPalette::PlaceholderText, secondary);
     palette.setColor(QPalette::Mid, isDark ? QColor(255, 255, 255, 26) : QColor(0, 0, 0, 26));
     palette.setColor(QPalette::Highlight, accentColor);
-    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::HighlightedText, textOn(accentColor));
     palette.setColor(QPalette::Link, accentColor);
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
         palette.setColor(QPalette::Disabled, role, secondary);
@@ -128,7 +146,7 @@ QString formOfQtsWidgets(bool isDark)
                           "QMenu::item { padding: 4px 22px 4px 12px; border-radius: 4px; }"
                           "QMenu::item:disabled { color: %4; }"
                           "QMenu::item:selected:enabled { background: palette(highlight);"
-                          " color: #FFFFFF; }"
+                          " color: palette(highlighted-text); }"
                           "QMenu::separator { height: 1px; background: %2; margin: 5px 10px; }"
                           "QScrollBar:vertical { width: 9px; background: transparent; }"
                           "QScrollBar:horizontal { height: 9px; background: transparent; }"
@@ -277,6 +295,11 @@ QColor separator(const QPalette& palette)
 QColor accent(const QPalette& palette)
 {
     return palette.color(QPalette::Highlight);
+}
+
+QColor textOnAccent(const QPalette& palette)
+{
+    return palette.color(QPalette::HighlightedText);
 }
 
 QFont font(TextStyle style, QFont::Weight weight)

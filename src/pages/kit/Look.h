@@ -64,6 +64,7 @@ QColor primaryText(const QPalette& palette);
 QColor secondaryText(const QPalette& palette);
 QColor separator(const QPalette& palette);
 QColor accent(const QPalette& palette);
+QColor textOnAccent(const QPalette& palette);
 
 QFont font(TextStyle style, QFont::Weight weight = QFont::Normal);
 /// The interface's font. Sizes are device-independent pixels here and below.

@@ -37,6 +37,22 @@ TEST(Look, TakesTheDesktopsAccent)
     EXPECT_EQ(Look::accent(QApplication::palette()), QColor(0x00, 0x7A, 0xFF));
 }
 
+TEST(Look, WritesOnAnAccentWhatCanBeReadThere)
+{
+    const QColor dark(0x26, 0x26, 0x26);
+    const auto textOn = [](Color accent) {
+        Look::apply(false, accent);
+        return Look::textOnAccent(QApplication::palette());
+    };
+    EXPECT_EQ(textOn({0x00, 0x7A, 0xFF}), QColor(Qt::white));
+    EXPECT_EQ(textOn({0x00, 0x00, 0x00}), QColor(Qt::white));
+    EXPECT_EQ(textOn({0xC8, 0x88, 0x00}), QColor(Qt::white)); // 3.01 to 1
+    EXPECT_EQ(textOn({0xC8, 0x8A, 0x00}), dark); // 2.96 to 1
+    EXPECT_EQ(textOn({0xFF, 0xCC, 0x00}), dark);
+    EXPECT_EQ(textOn({0xFF, 0xFF, 0xFF}), dark);
+    Look::apply(false, std::nullopt);
+}
+
 TEST(Look, FindsItsFontsByName)
 {
     EXPECT_EQ(QFontInfo(Look::systemFont(13)).family(), "Inter");
