@@ -44,6 +44,7 @@ int main(int argc, char** argv)
         return 0;
     }
 
+    quillbrook::preferNativeWindows();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Quillbrook"));
     QApplication::setDesktopFileName(QStringLiteral("cn.tarnlow.quillbrook"));

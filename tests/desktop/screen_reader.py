@@ -9,6 +9,7 @@ REGISTRY = "org.a11y.atspi.Registry"
 ROOT = "/org/a11y/atspi/accessible/root"
 ACCESSIBLE = "org.a11y.atspi.Accessible"
 COMPONENT = "org.a11y.atspi.Component"
+ACTION = "org.a11y.atspi.Action"
 LAUNCHER = "/usr/libexec/at-spi-bus-launcher"
 
 ON_SCREEN = 0
@@ -21,7 +22,7 @@ class Element:
     """One element of a window, as it was when it was read."""
 
     def __init__(self, bus, reference):
-        node = bus.get_object(*reference, introspect=False)
+        self.node = node = bus.get_object(*reference, introspect=False)
         self.states = int(node.GetState(dbus_interface=ACCESSIBLE)[0])
         self.children = []
         if not self.is_showing:
@@ -32,6 +33,10 @@ class Element:
         self.rect = tuple(int(part) for part in node.GetExtents(
             dbus.UInt32(ON_SCREEN), dbus_interface=COMPONENT))
         self.children = [tuple(child) for child in node.GetChildren(dbus_interface=ACCESSIBLE)]
+
+    def press(self):
+        """Does what a click on it does, without a mouse."""
+        self.node.DoAction(dbus.Int32(0), dbus_interface=ACTION)
 
     @staticmethod
     def _text(node, name):

@@ -1,6 +1,7 @@
 #include "platform/linux/LinuxInputSource.h"
 
 #include "platform/MainLoop.h"
+#include "platform/linux/session/DisplaySession.h"
 
 namespace quillbrook {
 
@@ -11,11 +12,11 @@ constexpr double kRefreshDelaySec = 2;
 } // namespace
 
 LinuxInputSource::LinuxInputSource(
-    Bus& sessionBus, X11Connection& x11, MainLoop& mainLoop, WorkQueues& workQueues)
-    : mainLoop(mainLoop)
+    Bus& sessionBus, const DisplaySession& display, MainLoop& mainLoop, WorkQueues& workQueues)
+    : display(display)
+    , mainLoop(mainLoop)
     , fcitx(sessionBus)
     , ibus(mainLoop, workQueues)
-    , xkb(x11)
 {
 }
 
@@ -29,7 +30,7 @@ std::optional<std::string> LinuxInputSource::currentIdentifier() const
     if (auto identifier = ibus.identifier()) {
         return identifier;
     }
-    return xkb.currentIdentifier();
+    return display.layoutIdentifier();
 }
 
 void LinuxInputSource::keyWentDown()

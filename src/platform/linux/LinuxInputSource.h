@@ -4,21 +4,20 @@
 #include "platform/InputSource.h"
 #include "platform/linux/bus/Fcitx5InputMethod.h"
 #include "platform/linux/bus/IBusInputMethod.h"
-#include "platform/linux/x11/XkbLayout.h"
 
 namespace quillbrook {
 
 class Bus;
+class DisplaySession;
 class MainLoop;
 class WorkQueues;
-class X11Connection;
 
 /// The input source by the first that tells of Fcitx 5, IBus and the keyboard's layout. Fcitx 5
 /// comes first, as it poses as IBus too.
 class LinuxInputSource final : public InputSource {
 public:
     LinuxInputSource(
-        Bus& sessionBus, X11Connection& x11, MainLoop& mainLoop, WorkQueues& workQueues);
+        Bus& sessionBus, const DisplaySession& display, MainLoop& mainLoop, WorkQueues& workQueues);
 
     /// As of at most two seconds after the last key.
     std::optional<std::string> currentIdentifier() const override;
@@ -30,10 +29,10 @@ public:
 private:
     void refresh();
 
+    const DisplaySession& display;
     MainLoop& mainLoop;
     Fcitx5InputMethod fcitx;
     IBusInputMethod ibus;
-    XkbLayout xkb;
     bool isRefreshComing = false;
 
     Lifetime lifetime{};

@@ -6,6 +6,8 @@
 #include "platform/linux/LinuxHostFacts.h"
 #include "platform/linux/LinuxInputSource.h"
 #include "platform/linux/LinuxWorkspace.h"
+#include "platform/linux/WaylandSession.h"
+#include "platform/linux/X11Session.h"
 #include "platform/linux/applications/AutostartLoginItem.h"
 #include "platform/linux/applications/DesktopEntries.h"
 #include "platform/linux/bus/Bus.h"
@@ -22,16 +24,11 @@
 #include "platform/linux/sleep/SleepWatch.h"
 #include "platform/linux/sleep/WatchedMainLoop.h"
 #include "platform/linux/sound/CanberraSound.h"
+#include "platform/linux/wayland/WaylandConnection.h"
 #include "platform/linux/words/StderrNotices.h"
-#include "platform/linux/x11/FrontApplication.h"
 #include "platform/linux/x11/X11Connection.h"
-#include "platform/linux/x11/X11Dpms.h"
-#include "platform/linux/x11/X11HumanInput.h"
 #include "platform/linux/x11/X11KeyCounting.h"
-#include "platform/linux/x11/X11ScreenLocker.h"
-#include "platform/linux/x11/X11ScreenSaver.h"
-#include "platform/linux/x11/X11WindowActivation.h"
-#include "platform/linux/x11/XScreenSaverStatus.h"
+#include "platform/linux/x11/XWayland.h"
 #include "platform/qt/QtDirectories.h"
 #include "platform/qt/QtLocaleText.h"
 #include "platform/qt/QtMainLoop.h"
@@ -99,13 +96,18 @@ struct LinuxPlatform::Parts {
                 .didWake = [this] { sleepWatch.wakingAnnounced(); },
                 .isGone = [this] { sleepWatch.announcerGone(); },
                 .willShutDown = std::move(willShutDown),
-                .lockedChanged = sourceOf(ScreenSource::sessionLock)})
+                .lockedChanged = screens.teller(ScreenSource::sessionLock)})
     {
     }
 
-    std::function<void(bool)> sourceOf(ScreenSource source)
+    /// The display of the session: a compositor, also where only the X server that is its guest
+    /// shows that there is one, else the X server.
+    std::unique_ptr<DisplaySession> openDisplay()
     {
-        return [this, source](bool isAsleep) { screens.set(source, isAsleep); };
+        if (isOnCompositor || isXWayland(x11)) {
+            return std::make_unique<WaylandSession>(entries, mainLoop, screens);
+        }
+        return std::make_unique<X11Session>(x11, entries, mainLoop, screens);
     }
 
     SystemClock systemClock{};
@@ -123,35 +125,31 @@ struct LinuxPlatform::Parts {
     AutostartLoginItem loginItem{AutostartLoginItem::ofThisUser(bundleValues.bundlePath())};
     ProcKernelFigures kernelFigures{};
 
-    X11Connection x11{};
     DesktopEntries entries{DesktopEntries::standardDirectories(), languageKeys(messageLocale())};
-    FrontApplication front{x11, entries, mainLoop};
-    LinuxWorkspace workspace{front};
-    X11HumanInput humanInput{x11};
+    LinuxWorkspace workspace{[this] { return display->frontmostApplication(); }};
     SleepWatch sleepWatch{clock, kernelTime,
         {.willSleep = [this] { workspace.notify(WorkspaceNotification::willSleep); },
             .didWake = [this] { workspace.notify(WorkspaceNotification::didWake); }}};
     WatchedMainLoop watchedMainLoop{mainLoop, sleepWatch};
-    X11WindowActivation windowActivation{x11};
-    CanberraSound systemSound{x11};
-
-    Bus sessionBus{Bus::Kind::session, mainLoop, workQueues};
-    Bus systemBus{Bus::Kind::system, mainLoop, workQueues};
     ScreensAsleep screens{[this](bool areAsleep) {
         workspace.notify(areAsleep ? WorkspaceNotification::screensDidSleep
                                    : WorkspaceNotification::screensDidWake);
     }};
-    X11ScreenSaver serverSaver{x11, sourceOf(ScreenSource::serverSaver)};
-    XScreenSaverStatus saverProgram{x11, sourceOf(ScreenSource::xscreensaver)};
-    X11ScreenLocker locker{x11, mainLoop, sourceOf(ScreenSource::displayLocker)};
-    X11Dpms powerManagement{x11, mainLoop, sourceOf(ScreenSource::powerManagement)};
-    ScreenSaverSignals desktopSaver{sessionBus, sourceOf(ScreenSource::desktopSaver)};
+    Bus sessionBus{Bus::Kind::session, mainLoop, workQueues};
+    Bus systemBus{Bus::Kind::system, mainLoop, workQueues};
+
+    bool isOnCompositor = WaylandConnection::isCompositorThere();
+    X11Connection x11{isOnCompositor ? OpensX11::no : OpensX11::yes};
+    std::unique_ptr<DisplaySession> display{openDisplay()};
+    CanberraSound systemSound{x11};
+
+    ScreenSaverSignals desktopSaver{sessionBus, screens.teller(ScreenSource::desktopSaver)};
     Logind logind;
 
     LinuxAppearance appearance{sessionBus, x11};
     X11KeyCounting displayKeys{x11};
     X11Accessibility accessibility{displayKeys};
-    LinuxInputSource inputSource{sessionBus, x11, mainLoop, workQueues};
+    LinuxInputSource inputSource{sessionBus, *display, mainLoop, workQueues};
     FollowedKeyCounting keyCounting{displayKeys, inputSource};
     Notifications notifications{sessionBus};
     LinuxChildProcess childProcess{notifications};
@@ -170,13 +168,21 @@ void LinuxPlatform::setIcon(const QImage& picture)
     parts->notifications.setIcon(notificationIcon(picture));
 }
 
+void preferNativeWindows()
+{
+    constexpr const char* kChoice = "QT_QPA_PLATFORM";
+    if (std::getenv(kChoice) == nullptr && WaylandConnection::isCompositorThere()) {
+        setenv(kChoice, "wayland;xcb", 1);
+    }
+}
+
 Platform LinuxPlatform::platform()
 {
     return {.clock = parts->clock,
         .mainLoop = parts->watchedMainLoop,
         .workQueues = parts->workQueues,
         .workspace = parts->workspace,
-        .humanInput = parts->humanInput,
+        .humanInput = *parts->display,
         .accessibility = parts->accessibility,
         .keyCounting = parts->keyCounting,
         .inputSource = parts->inputSource,
@@ -192,7 +198,7 @@ Platform LinuxPlatform::platform()
         .appearance = parts->appearance,
         .idleMemory = parts->idleMemory,
         .notices = parts->notices,
-        .windowActivation = parts->windowActivation,
+        .windowActivation = *parts->display,
         .systemSound = parts->systemSound,
         .permissionGuide = parts->permissionGuide};
 }

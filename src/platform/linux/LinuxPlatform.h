@@ -9,6 +9,11 @@ class QImage;
 
 namespace quillbrook {
 
+/// Lets the toolkit show its windows on the Wayland compositor where the session has one, as it
+/// would otherwise not on every desktop. A choice of the user's stands. To be called before the
+/// application object is made.
+void preferNativeWindows();
+
 /// The Linux desktop of the user. What is missing of it, a display, a bus or a service, is one
 /// notice, and all the rest goes on. Needs a QCoreApplication; main thread only.
 class LinuxPlatform {

@@ -2,7 +2,6 @@
 
 #include "platform/Directories.h"
 #include "platform/linux/proc/Processes.h"
-#include "platform/linux/x11/FrontApplication.h"
 
 #include <unistd.h>
 
@@ -14,7 +13,7 @@ std::optional<RunningApplication> LinuxWorkspace::frontmostApplication() const
         return RunningApplication{
             .localizedName = "loginwindow", .bundleIdentifier = "com.apple.loginwindow"};
     }
-    return front.current();
+    return front();
 }
 
 int LinuxWorkspace::runningApplicationCount(std::string_view bundleIdentifier) const

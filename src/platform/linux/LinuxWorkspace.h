@@ -2,18 +2,20 @@
 
 #include "platform/Workspace.h"
 
+#include <functional>
+#include <optional>
 #include <utility>
 #include <vector>
 
 namespace quillbrook {
 
-class FrontApplication;
-
 /// The Linux desktop, as its parts tell of it. While the screens are dark or locked nobody sees the
 /// window that keeps the keys, and the login window is in front.
 class LinuxWorkspace final : public Workspace {
 public:
-    explicit LinuxWorkspace(const FrontApplication& front) : front(front) {}
+    using Front = std::function<std::optional<RunningApplication>()>;
+
+    explicit LinuxWorkspace(Front front) : front(std::move(front)) {}
 
     std::optional<RunningApplication> frontmostApplication() const override;
     int runningApplicationCount(std::string_view bundleIdentifier) const override;
@@ -26,7 +28,7 @@ public:
 private:
     using Observer = std::pair<WorkspaceNotification, std::function<void()>>;
 
-    const FrontApplication& front;
+    Front front; // of the display
     bool areScreensAsleep = false;
     std::vector<Observer> observers{};
 };

@@ -92,9 +92,10 @@ const DesktopEntry* DesktopEntries::find(const WindowTraits& traits)
         readAll();
     }
     // What a window says of its entry comes first, then what entries say of their windows, then
-    // likeness of names, and at the very last the program that runs. The instance comes before the
-    // class: the web applications of a browser have their own entries and the browser's class.
-    for (const std::string* id : {&traits.kdeDesktopFile, &traits.gtkApplicationId}) {
+    // the name under which the program is installed, then likeness of names, and at the very last
+    // the program that runs. The instance comes before the class: the web applications of a browser
+    // have their own entries and the browser's class.
+    for (const std::string* id : {&traits.kdeDesktopFile, &traits.applicationId}) {
         if (const auto* entry = first(byId, *id)) {
             return entry;
         }
@@ -107,6 +108,9 @@ const DesktopEntry* DesktopEntries::find(const WindowTraits& traits)
                 return entry;
             }
         }
+    }
+    if (const auto* entry = first(byId, traits.sandboxId)) {
+        return entry;
     }
     if (const auto* entry = only(byLastPart, traits.className, false)) {
         return entry;

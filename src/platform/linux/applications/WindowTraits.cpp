@@ -38,7 +38,7 @@ bool isPortal(const WindowTraits& traits)
             || lowered.starts_with("org.freedesktop.impl.portal.desktop");
     };
     return isPortals(traits.className) || isPortals(traits.instance)
-        || isPortals(traits.gtkApplicationId) || isPortals(traits.kdeDesktopFile)
+        || isPortals(traits.applicationId) || isPortals(traits.kdeDesktopFile)
         || isPortals(traits.executable);
 }
 

@@ -10,8 +10,9 @@ namespace quillbrook {
 struct WindowTraits {
     std::string instance{}; // WM_CLASS
     std::string className{}; // WM_CLASS
-    std::string gtkApplicationId{};
+    std::string applicationId{}; // of GTK or of Wayland
     std::string kdeDesktopFile{};
+    std::string sandboxId{}; // of Flatpak or Snap
     std::string executable{}; // the last part of the program's path
 
     bool operator==(const WindowTraits&) const = default;

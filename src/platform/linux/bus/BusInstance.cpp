@@ -4,6 +4,7 @@
 
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
+#include <QGuiApplication>
 
 namespace quillbrook {
 
@@ -13,6 +14,7 @@ const QString kName = QStringLiteral("cn.tarnlow.quillbrook");
 const QString kPath = QStringLiteral("/cn/tarnlow/quillbrook");
 const QString kConnection = QStringLiteral("quillbrook-instance");
 const QString kStartupId = QStringLiteral("desktop-startup-id");
+const QString kActivationToken = QStringLiteral("activation-token");
 
 constexpr int kAnswerTimeoutMs = 3000;
 
@@ -26,7 +28,7 @@ QVariantMap activationTokens()
         }
     };
     add(kStartupId, "DESKTOP_STARTUP_ID");
-    add(QStringLiteral("activation-token"), "XDG_ACTIVATION_TOKEN");
+    add(kActivationToken, "XDG_ACTIVATION_TOKEN");
     return tokens;
 }
 
@@ -72,7 +74,10 @@ bool BusInstance::handOver()
 
 void BusInstance::Activate(const QVariantMap& platformData)
 {
-    reopened(platformData.value(kStartupId).toString().toStdString());
+    // The one is meant for X11, the other for Wayland; a launch may bring both.
+    const bool isOnWayland = QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+    const QString& wanted = isOnWayland ? kActivationToken : kStartupId;
+    reopened(platformData.value(wanted).toString().toStdString());
 }
 
 } // namespace quillbrook

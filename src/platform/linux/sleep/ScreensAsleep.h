@@ -15,6 +15,8 @@ enum class ScreenSource : std::uint8_t {
     sessionLock,
     xscreensaver,
     displayLocker,
+    compositorOutputs,
+    desktopPower,
 };
 
 /// The screens sleep as long as one of the sources says so.
@@ -34,6 +36,12 @@ public:
         if (wasAsleep == sources.empty()) {
             changed(!sources.empty());
         }
+    }
+
+    /// What `source` calls with what it says, while this lives.
+    std::function<void(bool)> teller(ScreenSource source)
+    {
+        return [this, source](bool isAsleep) { set(source, isAsleep); };
     }
 
 private:

@@ -107,7 +107,7 @@ std::optional<SeenWindow> WindowReader::read(xcb_window_t window) const
 
     SeenWindow seen;
     readWmClass(bytesOf(*replies[wmClass]), seen.traits);
-    seen.traits.gtkApplicationId = propertyText(bytesOf(*replies[gtkApplicationId]));
+    seen.traits.applicationId = propertyText(bytesOf(*replies[gtkApplicationId]));
     seen.traits.kdeDesktopFile = propertyText(bytesOf(*replies[kdeDesktopFile]));
     const auto pids = numbersOf(*replies[pid]);
     if (clientReply && !pids.empty()

@@ -10,12 +10,18 @@
 
 namespace quillbrook {
 
-X11Connection::X11Connection()
+namespace {
+
+/// No name of a display: the connection fails without anybody being asked.
+constexpr const char* kNoDisplay = "-";
+
+} // namespace
+
+X11Connection::X11Connection(OpensX11 opens)
 {
     int screenNumber = 0;
-    connection = xcb_connect(nullptr, &screenNumber);
+    connection = xcb_connect(opens == OpensX11::yes ? nullptr : kNoDisplay, &screenNumber);
     if (xcb_connection_has_error(connection) != 0) {
-        notice("没有 X 服务器，无法得知前台应用和键盘输入");
         return;
     }
     usable = true;

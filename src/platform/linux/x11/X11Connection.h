@@ -12,18 +12,22 @@ namespace quillbrook {
 
 class WindowWatch;
 
+/// Whether a connection is opened at all. Where X programs are guests of another display, opening
+/// one would start a server that nobody needs.
+enum class OpensX11 : bool { no, yes };
+
 /// The recorder's own connection to the X server of $DISPLAY. Qt keeps one of its own, whose event
 /// masks stay untouched.
 ///
 /// Which events of a window come is said with a `WindowWatch`.
 ///
-/// When there is no server, or it goes away, the connection is unusable, which is one notice; all
-/// that asks it then answers as if nothing were known. Main thread only.
+/// When there is no server, or it goes away, the connection is unusable; all that asks it then
+/// answers as if nothing were known. Its going away is one notice. Main thread only.
 class X11Connection {
 public:
     using EventHandler = std::function<void(const xcb_generic_event_t&)>;
 
-    X11Connection();
+    explicit X11Connection(OpensX11 opens = OpensX11::yes);
     ~X11Connection();
 
     X11Connection(const X11Connection&) = delete;

@@ -2,6 +2,7 @@
 
 #include "platform/linux/x11/RecordTap.h"
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/XWayland.h"
 #include "platform/linux/x11/XcbReply.h"
 
 #include <xcb/record.h>
@@ -34,8 +35,10 @@ std::uint8_t inputOpcodeOf(X11Connection& x11)
 X11KeyCounting::X11KeyCounting(X11Connection& x11)
     : x11(x11)
     , modifiers(x11)
-    , inputOpcode(inputOpcodeOf(x11))
-    , hasRecord(x11.majorOpcode(xcb_record_id) != 0)
+    // A guest of another display would count the keys of X programs alone.
+    , isOfSession(!isXWayland(x11))
+    , inputOpcode(isOfSession ? inputOpcodeOf(x11) : std::uint8_t{0})
+    , hasRecord(isOfSession && x11.majorOpcode(xcb_record_id) != 0)
 {
     if (inputOpcode != 0) {
         x11.addHandler([this](const xcb_generic_event_t& event) { handle(event); });

@@ -29,6 +29,7 @@ private:
 
     X11Connection& x11;
     ModifierKeys modifiers;
+    bool isOfSession; // and not of a part of its programs
     std::uint8_t inputOpcode; // of XInput 2.1 or later, else 0
     bool hasRecord;
     std::vector<KeyDownHandler> monitors{};

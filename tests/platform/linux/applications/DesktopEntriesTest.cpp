@@ -54,13 +54,11 @@ TEST_F(DesktopEntriesTest, WhatTheWindowSaysOfItsEntryComesFirst)
     write(system / "org.gnome.gedit.desktop", "Name=gedit\n");
     write(system / "other.desktop", "Name=Other\nStartupWMClass=Gedit\n");
     write(system / "kate.desktop", "Name=Kate\n");
+    EXPECT_EQ(idOf({.className = "Gedit", .applicationId = "org.gnome.gedit"}), "org.gnome.gedit");
     EXPECT_EQ(
-        idOf({.className = "Gedit", .gtkApplicationId = "org.gnome.gedit"}), "org.gnome.gedit");
-    EXPECT_EQ(idOf({.className = "Gedit",
-                  .gtkApplicationId = "org.gnome.gedit",
-                  .kdeDesktopFile = "kate"}),
+        idOf({.className = "Gedit", .applicationId = "org.gnome.gedit", .kdeDesktopFile = "kate"}),
         "kate");
-    EXPECT_EQ(idOf({.className = "Gedit", .gtkApplicationId = "org.libreoffice"}), "other");
+    EXPECT_EQ(idOf({.className = "Gedit", .applicationId = "org.libreoffice"}), "other");
 }
 
 TEST_F(DesktopEntriesTest, TheClassIsSoughtAmongClassesThenIds)
@@ -72,6 +70,27 @@ TEST_F(DesktopEntriesTest, TheClassIsSoughtAmongClassesThenIds)
     EXPECT_EQ(idOf({.instance = "featherpad", .className = "Odd"}), "featherpad");
     EXPECT_EQ(idOf({.className = "Unheard"}), "");
     EXPECT_EQ(idOf({}), "");
+}
+
+TEST_F(DesktopEntriesTest, TheNameOfASandboxComesAfterTheClassAndBeforeLikeness)
+{
+    write(system / "org.mozilla.firefox.desktop", "Name=Firefox\n");
+    write(system / "firefox_firefox.desktop", "Name=Snap\n");
+    EXPECT_EQ(idOf({.className = "firefox", .sandboxId = "firefox_firefox"}), "firefox_firefox");
+    EXPECT_EQ(idOf({.className = "firefox", .sandboxId = "none"}), "org.mozilla.firefox");
+    EXPECT_EQ(idOf({.className = "org.mozilla.firefox", .sandboxId = "firefox_firefox"}),
+        "org.mozilla.firefox");
+}
+
+TEST_F(DesktopEntriesTest, AProgramInTheShellOfAnotherIsItself)
+{
+    write(system / "chromium.desktop", "Name=Chromium\nExec=/usr/bin/chromium %U\n");
+    write(system / "electron.desktop", "Name=Electron\nNoDisplay=true\n");
+    write(system / "chrome-abc-Default.desktop", "Name=Mail\nExec=/usr/bin/chromium --app-id=a\n");
+    write(system / "notes.desktop", "Name=Notes\nExec=/opt/Notes/notes %U\n");
+    EXPECT_EQ(idOf({.className = "chrome-abc-Default", .applicationId = "chrome-abc-Default"}),
+        "chrome-abc-Default");
+    EXPECT_EQ(idOf({.className = "", .executable = "notes"}), "notes");
 }
 
 TEST_F(DesktopEntriesTest, TheLastPartAndTheProgramCountWhenThereIsButOne)

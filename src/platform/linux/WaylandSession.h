@@ -1,0 +1,54 @@
+#pragma once
+
+#include "base/Lifetime.h"
+#include "platform/linux/session/DisplaySession.h"
+#include "platform/linux/session/IdleTime.h"
+#include "platform/linux/session/SessionFront.h"
+#include "platform/linux/shells/Sway.h"
+#include "platform/linux/sleep/ScreensAsleep.h"
+#include "platform/linux/wayland/CompositorIdle.h"
+#include "platform/linux/wayland/CompositorOutputs.h"
+#include "platform/linux/wayland/WaylandConnection.h"
+#include "platform/linux/wayland/WlrToplevels.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quillbrook {
+
+/// The session on a Wayland compositor, which answers little by itself: what it offers, and who
+/// stands beside it on the session bus, is asked together. Who comes later is taken up.
+class WaylandSession final : public DisplaySession {
+public:
+    /// `screens` learns which of them the desktop has switched off.
+    WaylandSession(DesktopEntries& entries, MainLoop& mainLoop, ScreensAsleep& screens);
+
+    WaylandSession(const WaylandSession&) = delete;
+    WaylandSession& operator=(const WaylandSession&) = delete;
+
+    std::optional<RunningApplication> frontmostApplication() override { return front.current(); }
+    double secondsSinceLastInput() const override { return idle.secondsSinceLastInput(); }
+    std::optional<std::string> layoutIdentifier() const override;
+
+    /// With `startupId`, an activation token, the toolkit's own way brings the window; without one
+    /// only a desktop that takes the wish of a program.
+    bool bring(std::uint64_t window, std::string_view startupId) override;
+
+private:
+    void tellWhatIsMissing() const;
+
+    IdleTime idle;
+    SessionFront front;
+    Sway sway;
+    WaylandConnection compositor;
+    WlrToplevels toplevels;
+    SwayFront swayFront;
+    CompositorIdle compositorIdle;
+    CompositorOutputs outputs;
+
+    Lifetime lifetime{};
+};
+
+} // namespace quillbrook

@@ -1,0 +1,128 @@
+"""The real program in a real sway: what is done, and the rows that tell of it."""
+
+import glob
+import json
+import os
+import subprocess
+import unittest
+
+from desktop import wait_for
+from wayland_desktop import (CannotStart, GTK3, OURS, WaylandDesktop, WaylandDesktopTest,
+                             as_other_user, require)
+
+CONFIG = """xwayland enable
+default_border none
+input * xkb_layout us,de
+"""
+
+
+class SwayDesktop(WaylandDesktop):
+    def start_compositor(self):
+        require("sway")
+        folder = self.home + "/run"
+        config = self.home + "/sway.conf"
+        with open(config, "w", encoding="utf-8") as file:
+            file.write(CONFIG)
+        os.chmod(self.home, 0o755)
+        self.compositor = self.spawn(
+            as_other_user(["sway", "--config", config], folder),
+            extra_env={"WLR_BACKENDS": "headless", "WLR_RENDERER": "pixman",
+                       "WLR_LIBINPUT_NO_DEVICES": "1", "HOME": folder})
+        wait_for(self._has_started, "sway")
+        self.env["WAYLAND_DISPLAY"] = os.path.basename(
+            glob.glob(folder + "/wayland-?")[0])
+        self.env["SWAYSOCK"] = glob.glob(folder + "/sway-ipc*.sock")[0]
+        display = wait_for(self._x_display, "the display of X programs")
+        self.env["DISPLAY"] = display
+
+    def _has_started(self):
+        if self.compositor.poll() is not None:
+            raise CannotStart("sway ended: " + self.output()[-300:])
+        return (glob.glob(self.home + "/run/sway-ipc*.sock")
+                and glob.glob(self.home + "/run/wayland-?"))
+
+    def _x_display(self):
+        path = self.home + "/run/display"
+        self.sway("exec echo $DISPLAY > " + path)
+        return wait_for(lambda: os.path.exists(path) and open(path, encoding="ascii").read().strip(),
+                        "the answer of sway")
+
+    def sway(self, *command):
+        subprocess.run(["swaymsg", "--", *command], env=self.env, check=False, timeout=60,
+                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+
+    def containers(self):
+        tree = json.loads(self.tool("swaymsg", "-t", "get_tree"))
+        waiting, found = [tree], []
+        while waiting:
+            node = waiting.pop()
+            found.append(node)
+            waiting += node["nodes"] + node["floating_nodes"]
+        return [node for node in found if node.get("pid")]
+
+    def own_windows(self):
+        return [node for node in self.containers() if node["app_id"] == OURS]
+
+    def close_own_windows(self):
+        self.sway('[app_id="%s"] kill' % OURS)
+
+    def focus(self, name):
+        """Brings the windows of an application id, or of a class, to the front."""
+        self.sway('[app_id="%s"] focus' % name)
+        self.sway('[class="%s"] focus' % name)
+
+    def focused(self):
+        """The application id of the window in front; none when there is none."""
+        return next((node["app_id"] for node in self.containers() if node["focused"]), None)
+
+    def touch(self):
+        self.tool("wtype", "a")
+
+
+class SwayTest(WaylandDesktopTest):
+    def setUp(self):
+        self.open_wayland(SwayDesktop)
+
+    def test_each_front_is_a_session(self):
+        self.check_each_front_is_a_session()
+
+    def test_nothing_in_front_is_nobody(self):
+        self.check_nothing_in_front_is_nobody()
+
+    def test_an_empty_workspace_is_nobody(self):
+        desktop = self.desktop
+        self.start_working()
+        desktop.sway("workspace 2")
+        desktop.wait_for_idle(1)
+        desktop.sway("workspace 1")
+        desktop.touch()
+        desktop.wait_for_session(GTK3[1], 2)
+        self.assertNotIn("桌面", desktop.session_names())
+
+    def test_a_person_who_went_is_idle(self):
+        self.check_a_person_who_went_is_idle()
+
+    def test_a_person_at_work_is_not_idle(self):
+        self.check_a_person_at_work_is_not_idle()
+
+    def test_a_locked_session(self):
+        self.check_a_locked_session()
+
+    def test_a_second_launch_raises_the_dashboard(self):
+        self.check_a_second_launch_raises_the_dashboard()
+
+    def test_a_dead_compositor_blocks_nobody(self):
+        self.check_a_dead_compositor_blocks_nobody()
+
+    def test_without_sways_own_socket(self):
+        desktop = self.desktop
+        desktop.start_recorder_and_wait(extra_env={"SWAYSOCK": "/nowhere"})
+        desktop.open_gtk3()
+        desktop.touch()
+        desktop.wait_for_session(GTK3[1], 1)
+        desktop.open_xterm()
+        desktop.wait_for_session("XTerm", 2)
+
+
+if __name__ == "__main__":
+    unittest.main()
