@@ -43,7 +43,7 @@ constexpr double kTickHeight = 5;
 constexpr double kDotRadius = 4.5;
 constexpr double kRingWidth = 1.5;
 constexpr double kHourWidth = 20; // of a label's place
-constexpr double kTimeWidth = 40;
+constexpr double kTimeWidth = 32; // twice what lies between the column and the axis
 
 /// Nearer to one that is painted, a dot would only hide it: it is found and read, not painted.
 constexpr double kDotDistance = 2;

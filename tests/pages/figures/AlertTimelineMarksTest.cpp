@@ -103,7 +103,7 @@ TEST(AlertTimelineMarks, DrawADotAndItsTime)
             .value = "0.25068287037037035",
             .help = "Swap 不足 06:00"}));
     EXPECT_EQ(marks[29],
-        textMark({.place = {x - 20, 46.375, 40, 11.25},
+        textMark({.place = {x - 16, 46.375, 32, 11.25},
             .text = "06:00",
             .face = {TextFamily::monospaced, 9},
             .tint = secondaryTint(),
