@@ -32,7 +32,9 @@ Bus::~Bus()
 
 void Bus::whenThere(std::function<void(QDBusConnection)> body)
 {
-    if (isThere()) {
+    // At the end of an attempt all are called: some would be twice, as the connection stands
+    // before.
+    if (isThere() && !isAttemptUnderWay) {
         body(connection());
     }
     thereBodies.push_back(std::move(body));

@@ -20,6 +20,7 @@
 #include <future>
 #include <optional>
 #include <string>
+#include <thread>
 
 namespace quillbrook {
 namespace {
@@ -166,6 +167,23 @@ TEST_F(BusTest, ABusIsThereAMomentLater)
     EXPECT_EQ(there, 1);
     bus.whenKnown([&](bool) { known.reset(); });
     EXPECT_EQ(known, std::nullopt) << "known already";
+}
+
+TEST_F(BusTest, WhoAsksWhileItIsConnectedToIsToldOnce)
+{
+    const PrivateBus daemon;
+    setenv("DBUS_SESSION_BUS_ADDRESS", daemon.address.toUtf8().constData(), 1);
+    Bus bus(Bus::Kind::session, mainLoop, workQueues);
+    // The connection stands before the main thread hears of it.
+    for (const QDeadlineTimer deadline(20000); !bus.isThere() && !deadline.hasExpired();) {
+        std::this_thread::yield();
+    }
+    int there = 0;
+    bus.whenThere([&](const QDBusConnection&) { ++there; });
+    bool isKnown = false;
+    bus.whenKnown([&](bool) { isKnown = true; });
+    ASSERT_TRUE(waitFor([&] { return isKnown; }));
+    EXPECT_EQ(there, 1);
 }
 
 TEST_F(BusTest, WithoutAnAddressNothingIsWaitedFor)
