@@ -26,6 +26,10 @@ public:
     /// portal, else the theme that the desktop shares or KDE's colours.
     [[nodiscard]] virtual Subscription observe(std::function<void(const Appearance&)> changed) = 0;
 
+    /// Calls `body` once: now, or when the desktop, which is given a moment, has told its wishes. A
+    /// window that is shown then doesn't change its look at once. macOS: now.
+    virtual void whenKnown(std::function<void()> body) = 0;
+
     /// Whether a window may be partly transparent at the moment. macOS: always; Linux: Wayland, or
     /// X11 with a compositor.
     virtual bool canBlendWindows() const = 0;

@@ -44,7 +44,12 @@ void AppDelegate::showPermissionSetup(bool isNewVersion, std::function<void()> o
     quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
     QObject::connect(quit, &QAction::triggered, [this] { perform(MenuAction::quit); });
     permissionWindow->addAction(quit);
-    permissionWindow->show();
+    platform.appearance.whenKnown(lifetime.whileAlive([this] {
+        if (permissionWindow) {
+            permissionWindow->show();
+            application.activate();
+        }
+    }));
 }
 
 void AppDelegate::closePermissionSetup()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Lifetime.h"
 #include "engine/MonitorEngine.h"
 #include "platform/Platform.h"
 #include "report/Periods.h"
@@ -69,6 +70,7 @@ private:
     std::unique_ptr<PermissionSetupWindow> permissionWindow{};
     std::unique_ptr<MenuBarVM> menuVM{};
     std::unique_ptr<MenuBar> menuBar{};
+    Lifetime lifetime{};
 };
 
 } // namespace quillbrook

@@ -1,7 +1,9 @@
 #include "platform/linux/LinuxAppearance.h"
 
+#include "platform/MainLoop.h"
 #include "platform/linux/appearance/KdeGlobals.h"
 #include "platform/linux/appearance/ThemeName.h"
+#include "platform/linux/bus/Bus.h"
 #include "platform/linux/bus/PortalAppearance.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/XSettingsTheme.h"
@@ -15,6 +17,8 @@ namespace quillbrook {
 
 namespace {
 
+constexpr double kPatienceSec = 1;
+
 bool isKde()
 {
     return qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(QLatin1Char(':')).contains("KDE")
@@ -23,9 +27,10 @@ bool isKde()
 
 } // namespace
 
-LinuxAppearance::LinuxAppearance(Bus& sessionBus, X11Connection& x11)
+LinuxAppearance::LinuxAppearance(Bus& sessionBus, X11Connection& x11, MainLoop& mainLoop)
     : sessionBus(sessionBus)
     , x11(x11)
+    , mainLoop(mainLoop)
 {
 }
 
@@ -38,6 +43,31 @@ Subscription LinuxAppearance::observe(std::function<void(const Appearance&)> cha
     }
     changed(appearance.get());
     return appearance.observe(std::move(changed));
+}
+
+void LinuxAppearance::whenKnown(std::function<void()> body)
+{
+    if (!portal) {
+        ask();
+    }
+    knownBodies.push_back(std::move(body));
+    if (portal->hasAnswered()) {
+        tellKnown();
+        return;
+    }
+    mainLoop.runAfter(kPatienceSec, lifetime.whileAlive([this] { tellKnown(); }));
+    sessionBus.whenKnown([this, watch = lifetime.watch()](bool isThere) {
+        if (!isThere && !watch.isOver()) {
+            tellKnown();
+        }
+    });
+}
+
+void LinuxAppearance::tellKnown()
+{
+    for (const auto& body : std::exchange(knownBodies, {})) {
+        body();
+    }
 }
 
 bool LinuxAppearance::canBlendWindows() const
@@ -67,6 +97,9 @@ void LinuxAppearance::update()
 {
     if (const Appearance next = present(); next != appearance.get()) {
         appearance.set(next);
+    }
+    if (portal->hasAnswered()) {
+        tellKnown();
     }
 }
 

@@ -146,7 +146,7 @@ struct LinuxPlatform::Parts {
     ScreenSaverSignals desktopSaver{sessionBus, screens.teller(ScreenSource::desktopSaver)};
     Logind logind;
 
-    LinuxAppearance appearance{sessionBus, x11};
+    LinuxAppearance appearance{sessionBus, x11, mainLoop};
     X11KeyCounting displayKeys{x11};
     X11Accessibility accessibility{displayKeys};
     LinuxInputSource inputSource{sessionBus, *display, mainLoop, workQueues};

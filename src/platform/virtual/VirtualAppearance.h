@@ -15,6 +15,8 @@ public:
         return wish.observe(std::move(changed));
     }
 
+    void whenKnown(std::function<void()> body) override { body(); }
+
     void setWish(const Appearance& newWish) { wish.set(newWish); }
 
     bool canBlendWindows() const override { return canBlend; }

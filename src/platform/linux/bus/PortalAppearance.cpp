@@ -91,12 +91,15 @@ void PortalAppearance::ask(const QString& key)
 {
     auto call = QDBusMessage::createMethodCall(kPortal, kPath, kSettings, QStringLiteral("Read"));
     call << kSpace << key;
+    ++openQuestions;
     callLater(
         sessionBus.connection(), call, this,
         [this, key](const QDBusMessage& reply) {
+            --openQuestions;
             if (reply.type() == QDBusMessage::ReplyMessage) {
                 take(key, reply.arguments().value(0));
             }
+            changed();
         },
         StartsService::yes);
 }
@@ -106,6 +109,7 @@ void PortalAppearance::settingChanged(
 {
     if (space == kSpace) {
         take(key, value.variant());
+        changed();
     }
 }
 
@@ -117,10 +121,7 @@ void PortalAppearance::take(const QString& key, const QVariant& value)
         told.isDark = scheme == 0 ? std::nullopt : std::optional(scheme == 1);
     } else if (key == kAccentColor) {
         told.accent = colorOf(plain);
-    } else {
-        return;
     }
-    changed();
 }
 
 } // namespace quillbrook

@@ -22,7 +22,7 @@ class PortalAppearance final : public QObject {
     Q_OBJECT
 
 public:
-    /// Calls `changed` when the portal has answered and at each change.
+    /// Calls `changed` at each answer of the portal, also when it has none, and at each change.
     PortalAppearance(Bus& sessionBus, std::function<void()> changed);
     ~PortalAppearance() override;
 
@@ -30,6 +30,9 @@ public:
     PortalAppearance& operator=(const PortalAppearance&) = delete;
 
     const Appearance& appearance() const { return told; }
+
+    /// Whether the portal was asked, and has answered all or isn't there.
+    bool hasAnswered() const { return comings != nullptr && openQuestions == 0; }
 
 private Q_SLOTS:
     void settingChanged(const QString& space, const QString& key, const QDBusVariant& value);
@@ -43,6 +46,7 @@ private:
     Bus& sessionBus;
     std::function<void()> changed;
     std::unique_ptr<QDBusServiceWatcher> comings{}; // of portals
+    int openQuestions = 0;
     Appearance told{};
 };
 
