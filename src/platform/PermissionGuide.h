@@ -18,8 +18,8 @@ public:
 
     virtual PermissionGiver giver() const = 0;
 
-    /// Opens the place where the permission is given. Linux: has the counter service started, for
-    /// which the system asks for an administrator. macOS: opens in the system settings
+    /// Opens the place where the permission is given. Linux: has the counter service started, where
+    /// it is installed. macOS: opens in the system settings
     /// "x-apple.systempreferences:com.apple.settings.PrivacySecurity.manage?Privacy_Accessibility",
     /// or where no URL can be made of that,
     /// "x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility".

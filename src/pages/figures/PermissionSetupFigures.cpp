@@ -142,9 +142,9 @@ std::vector<SetupButton> waysToThePermission(PermissionGiver giver)
 {
     if (giver == PermissionGiver::counterService) {
         return {{SetupAction::openSettings, "gearshape.fill", "启用按键计数服务",
-                    "按键由系统服务 quillbrook-keycounter 计数，启用时需要管理员密码"},
+                    "按键由系统服务 quillbrook-keycounter 计数，它随软件包一起安装"},
             {SetupAction::revealProgram, "folder", "在文件管理器中显示程序位置",
-                "如果系统中没有这项服务，请安装 Quillbrook 软件包"}};
+                "如果程序未经安装而直接运行，请先安装 Quillbrook 软件包"}};
     }
     return {{SetupAction::openSettings, "gearshape.fill", "打开系统设置",
                 "请在 隐私与安全性 → 辅助功能 中开启 Quillbrook"},

@@ -260,9 +260,9 @@ TEST(SetupActionsTest, WhereAServiceCountsTheButtonsLeadToIt)
     state.giver = PermissionGiver::counterService;
     const std::vector<SetupButton> buttons{
         {SetupAction::openSettings, "gearshape.fill", "启用按键计数服务",
-            "按键由系统服务 quillbrook-keycounter 计数，启用时需要管理员密码"},
+            "按键由系统服务 quillbrook-keycounter 计数，它随软件包一起安装"},
         {SetupAction::revealProgram, "folder", "在文件管理器中显示程序位置",
-            "如果系统中没有这项服务，请安装 Quillbrook 软件包"},
+            "如果程序未经安装而直接运行，请先安装 Quillbrook 软件包"},
     };
     EXPECT_EQ(setupActions(state).buttons, buttons);
     EXPECT_EQ(setupActions(state).skip, "跳过（键盘监控不可用）");

@@ -1,11 +1,11 @@
 #include "platform/linux/bus/BusPermissionGuide.h"
 
 #include "platform/linux/bus/Bus.h"
+#include "platform/linux/bus/Calls.h"
 #include "platform/linux/words/Notice.h"
 #include "platform/linux/words/OutsideName.h"
 #include "platform/qt/QtText.h"
 
-#include <QDBusPendingCallWatcher>
 #include <QUrl>
 
 #include <utility>
@@ -14,20 +14,7 @@ namespace quillbrook {
 
 namespace {
 
-const auto kCounterUnit = QStringLiteral("quillbrook-keycounter.service");
-
-// Until somebody has typed an administrator's password.
-constexpr int kPatienceMs = 600'000;
-
-QDBusMessage callOfSystemd(const char* method, const QVariantList& arguments)
-{
-    auto call = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.systemd1"),
-        QStringLiteral("/org/freedesktop/systemd1"),
-        QStringLiteral("org.freedesktop.systemd1.Manager"), QLatin1String(method));
-    call.setInteractiveAuthorizationAllowed(true);
-    call.setArguments(arguments);
-    return call;
-}
+const auto kCounterService = QStringLiteral("cn.tarnlow.quillbrook.KeyCounter");
 
 } // namespace
 
@@ -41,14 +28,12 @@ BusPermissionGuide::BusPermissionGuide(
 
 void BusPermissionGuide::openSettings()
 {
-    constexpr bool kForThisRunOnly = false;
-    constexpr bool kReplacesOthers = false;
-    const auto enable = callOfSystemd(
-        "EnableUnitFiles", {QStringList{kCounterUnit}, kForThisRunOnly, kReplacesOthers});
-    send(systemBus, enable, [this] {
-        send(systemBus, callOfSystemd("StartUnit", {kCounterUnit, QStringLiteral("replace")}),
-            [] {});
-    });
+    constexpr uint kNoFlags = 0;
+    auto call = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"),
+        QStringLiteral("/org/freedesktop/DBus"), QStringLiteral("org.freedesktop.DBus"),
+        QStringLiteral("StartServiceByName"));
+    call.setArguments({kCounterService, kNoFlags});
+    send(systemBus, call);
 }
 
 void BusPermissionGuide::revealProgram()
@@ -59,28 +44,23 @@ void BusPermissionGuide::revealProgram()
         QStringLiteral("/org/freedesktop/FileManager1"),
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
     call.setArguments({QStringList{place}, noStartupId});
-    send(sessionBus, call, [] {});
+    send(sessionBus, call);
 }
 
-void BusPermissionGuide::send(
-    const Bus& bus, const QDBusMessage& call, const std::function<void()>& succeeded)
+void BusPermissionGuide::send(const Bus& bus, const QDBusMessage& call)
 {
     if (!bus.isThere()) {
         notice("没有总线，无法调用 " + call.service().toStdString());
         return;
     }
-    auto* watcher
-        = new QDBusPendingCallWatcher(bus.connection().asyncCall(call, kPatienceMs), this);
-    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, this,
-        [succeeded](QDBusPendingCallWatcher* finished) {
-            finished->deleteLater();
-            const QDBusMessage reply = finished->reply();
+    callLater(
+        bus.connection(), call, this,
+        [](const QDBusMessage& reply) {
             if (reply.type() == QDBusMessage::ErrorMessage) {
                 notice(outsideName(reply.errorMessage().toStdString()));
-            } else {
-                succeeded();
             }
-        });
+        },
+        StartsService::yes);
 }
 
 } // namespace quillbrook

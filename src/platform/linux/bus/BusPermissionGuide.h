@@ -2,17 +2,17 @@
 
 #include "platform/PermissionGuide.h"
 
-#include <QDBusMessage>
 #include <QObject>
 
-#include <functional>
 #include <string>
+
+class QDBusMessage;
 
 namespace quillbrook {
 
 class Bus;
 
-/// Where no program can count keys, a service of the system does. This has the system switch it on,
+/// Where no program can count keys, a service of the system does. This has the system bus start it,
 /// and the desktop's file manager show the program. Main thread only.
 class BusPermissionGuide final : public QObject, public PermissionGuide {
 public:
@@ -24,7 +24,7 @@ public:
     void revealProgram() override;
 
 private:
-    void send(const Bus& bus, const QDBusMessage& call, const std::function<void()>& succeeded);
+    void send(const Bus& bus, const QDBusMessage& call);
 
     const Bus& sessionBus;
     const Bus& systemBus;
