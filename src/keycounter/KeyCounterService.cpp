@@ -1,6 +1,6 @@
 #include "keycounter/KeyCounterService.h"
 
-#include "keycounter/KeyCounterNames.h"
+#include "keycounter/keyboards/KeyCounterNames.h"
 #include "keycounter/keyboards/Keyboards.h"
 #include "keycounter/keyboards/Seats.h"
 

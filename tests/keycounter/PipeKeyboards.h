@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/stat.h>
 
 #include <filesystem>
@@ -74,6 +75,13 @@ public:
             ::write(end.get(), bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
     }
 
+    /// Whether nobody reads it any more.
+    bool isLeft() const
+    {
+        pollfd one{.fd = end.get(), .events = 0, .revents = 0};
+        return poll(&one, 1, 0) == 1 && (one.revents & POLLERR) != 0;
+    }
+
     /// Ends the stream of its events.
     void hangUp() { end = {}; }
 
@@ -106,10 +114,11 @@ public:
         }
         return false;
     }
-    bool isPresent(uid_t user) const override { return isActive(user) || present.contains(user); }
+    bool isPresent(uid_t user) const override { return isActive(user); }
+    bool areKnown() const override { return isKept; }
 
     std::map<std::string, uid_t> active{};
-    std::set<uid_t> present{};
+    bool isKept = true;
 };
 
 } // namespace quillbrook

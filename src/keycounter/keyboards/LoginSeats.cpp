@@ -23,4 +23,9 @@ bool LoginSeats::isPresent(uid_t user) const
     return sd_uid_get_seats(user, 0, nullptr) > 0;
 }
 
+bool LoginSeats::areKnown() const
+{
+    return sd_get_seats(nullptr) > 0;
+}
+
 } // namespace quillbrook

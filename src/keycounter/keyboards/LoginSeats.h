@@ -11,6 +11,7 @@ public:
     std::optional<uid_t> activeUser(const std::string& seat) const override;
     bool isActive(uid_t user) const override;
     bool isPresent(uid_t user) const override;
+    bool areKnown() const override;
 };
 
 } // namespace quillbrook

@@ -21,6 +21,9 @@ public:
 
     /// Whether the user has a session on any seat.
     virtual bool isPresent(uid_t user) const = 0;
+
+    /// Whether anybody on this machine keeps account of seats at all.
+    virtual bool areKnown() const = 0;
 };
 
 } // namespace quillbrook

@@ -5,6 +5,7 @@
 #include "platform/linux/LinuxChildProcess.h"
 #include "platform/linux/LinuxHostFacts.h"
 #include "platform/linux/LinuxInputSource.h"
+#include "platform/linux/LinuxKeys.h"
 #include "platform/linux/LinuxWorkspace.h"
 #include "platform/linux/WaylandSession.h"
 #include "platform/linux/X11Session.h"
@@ -27,7 +28,6 @@
 #include "platform/linux/wayland/WaylandConnection.h"
 #include "platform/linux/words/StderrNotices.h"
 #include "platform/linux/x11/X11Connection.h"
-#include "platform/linux/x11/X11KeyCounting.h"
 #include "platform/linux/x11/XWayland.h"
 #include "platform/qt/QtDirectories.h"
 #include "platform/qt/QtLocaleText.h"
@@ -44,7 +44,7 @@ namespace quillbrook {
 
 namespace {
 
-/// The keys of the display, which also lead the input source to ask anew.
+/// The keys of the session, which also lead the input source to ask anew.
 class FollowedKeyCounting final : public KeyCounting {
 public:
     FollowedKeyCounting(KeyCounting& keys, LinuxInputSource& inputSource)
@@ -147,10 +147,9 @@ struct LinuxPlatform::Parts {
     Logind logind;
 
     LinuxAppearance appearance{sessionBus, x11, mainLoop};
-    X11KeyCounting displayKeys{x11};
-    X11Accessibility accessibility{displayKeys};
+    LinuxKeys keys{x11, systemBus, mainLoop};
     LinuxInputSource inputSource{sessionBus, *display, mainLoop, workQueues};
-    FollowedKeyCounting keyCounting{displayKeys, inputSource};
+    FollowedKeyCounting keyCounting{keys.counting(), inputSource};
     Notifications notifications{sessionBus};
     LinuxChildProcess childProcess{notifications};
     BusPermissionGuide permissionGuide{sessionBus, systemBus, bundleValues.bundlePath()};
@@ -183,7 +182,7 @@ Platform LinuxPlatform::platform()
         .workQueues = parts->workQueues,
         .workspace = parts->workspace,
         .humanInput = *parts->display,
-        .accessibility = parts->accessibility,
+        .accessibility = parts->keys.accessibility(),
         .keyCounting = parts->keyCounting,
         .inputSource = parts->inputSource,
         .kernelFigures = parts->kernelFigures,

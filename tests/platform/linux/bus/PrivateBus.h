@@ -21,13 +21,12 @@ namespace quillbrook {
 /// A bus daemon of a test's own.
 class PrivateBus {
 public:
-    PrivateBus()
+    explicit PrivateBus(const QString& configuration = QStringLiteral("--session"))
     {
         // A test that dies leaves nothing behind.
         daemon.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
         daemon.start(QStringLiteral("dbus-daemon"),
-            {QStringLiteral("--session"), QStringLiteral("--nofork"),
-                QStringLiteral("--print-address=1")});
+            {configuration, QStringLiteral("--nofork"), QStringLiteral("--print-address=1")});
         if (!daemon.waitForStarted() || !daemon.waitForReadyRead()) {
             ADD_FAILURE() << "the bus doesn't start";
         }
