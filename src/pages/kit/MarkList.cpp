@@ -62,8 +62,9 @@ void MarkList::setRows(int newCount, RowPicture newPicture)
     fitScrollBar();
     hoverAt(std::nullopt);
     viewport()->update();
-    QAccessibleTableModelChangeEvent change(this, QAccessibleTableModelChangeEvent::ModelReset);
-    QAccessible::updateAccessibility(&change);
+    // The rows before can't be made any more: what they showed may be gone.
+    const std::vector<SpokenText> before = std::exchange(told, spokenTexts());
+    tellSpokenChanges(*this, before, told);
 }
 
 void MarkList::goToTop()
@@ -120,6 +121,16 @@ std::vector<Mark> MarkList::marksOf(int row) const
 {
     return picture(row,
         {static_cast<double>(viewport()->width()), static_cast<double>(form.rowHeight)}, textWidth);
+}
+
+std::vector<SpokenText> MarkList::spokenTexts() const
+{
+    std::vector<SpokenText> texts;
+    for (int row = 0; QAccessible::isActive() && row < count; ++row) { // else nobody asks for them
+        const Mark mark = spokenMark(row);
+        texts.push_back({toQString(mark.name), toQString(mark.value)});
+    }
+    return texts;
 }
 
 void MarkList::paintEvent(QPaintEvent* event)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "pages/kit/SpokenChanges.h"
 #include "pages/marks/Mark.h"
 
 #include <QAbstractScrollArea>
@@ -69,6 +70,7 @@ protected:
 
 private:
     std::vector<Mark> marksOf(int row) const;
+    std::vector<SpokenText> spokenTexts() const;
     void paintRow(QPainter& painter, int row) const;
     void fitScrollBar();
     std::optional<int> rowAfter(int key) const;
@@ -79,6 +81,7 @@ private:
     Form form;
     int count = 0;
     RowPicture picture{};
+    std::vector<SpokenText> told{}; // to those who read; empty while nobody does
     TextWidth textWidth;
     std::optional<int> current{};
     std::optional<int> hovered{};

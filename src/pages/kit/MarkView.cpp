@@ -50,10 +50,7 @@ MarkView::MarkView(const QString& name, QWidget* parent) : QWidget(parent), text
 void MarkView::setPicture(Picture newPicture)
 {
     picture = std::move(newPicture);
-    forgetMarks();
-    followNewMarks();
-    QAccessibleTableModelChangeEvent change(this, QAccessibleTableModelChangeEvent::ModelReset);
-    QAccessible::updateAccessibility(&change);
+    remakeMarks();
 }
 
 void MarkView::setPictureHeight(int height, int minimumWidth)
@@ -91,10 +88,25 @@ const std::vector<std::size_t>& MarkView::spokenMarks() const
     return spoken;
 }
 
-void MarkView::forgetMarks()
+void MarkView::remakeMarks()
 {
+    const std::vector<SpokenText> before = spokenTexts();
     kept.reset();
     update();
+    followNewMarks();
+    tellSpokenChanges(*this, before, spokenTexts());
+}
+
+std::vector<SpokenText> MarkView::spokenTexts() const
+{
+    std::vector<SpokenText> texts;
+    if (kept && QAccessible::isActive()) { // else nobody asks for them
+        for (const std::size_t place : spoken) {
+            const Mark& mark = (*kept)[place];
+            texts.push_back({toQString(mark.name), toQString(mark.value)});
+        }
+    }
+    return texts;
 }
 
 void MarkView::followNewMarks()
@@ -291,8 +303,7 @@ void MarkView::tellCurrent()
 
 void MarkView::resizeEvent(QResizeEvent*)
 {
-    forgetMarks();
-    followNewMarks();
+    remakeMarks();
 }
 
 void MarkView::showEvent(QShowEvent* event)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "pages/kit/SpokenChanges.h"
 #include "pages/marks/Mark.h"
 
 #include <QWidget>
@@ -67,8 +68,9 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    void forgetMarks();
+    void remakeMarks();
     void followNewMarks();
+    std::vector<SpokenText> spokenTexts() const;
     void setCurrent(std::optional<std::size_t> mark);
     bool walk(int key);
     std::optional<std::size_t> markAt(QPointF point) const;

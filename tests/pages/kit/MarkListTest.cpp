@@ -69,6 +69,26 @@ protected:
     MarkList list{"rows", {.rowHeight = kRowHeight, .sideMargin = 12}};
 };
 
+TEST_F(MarkListTest, TellsReadersWhichOfItsRowsAreCalledOtherwise)
+{
+    const AccessibleEvents events;
+    std::vector<std::string> names{"first", "second"};
+    const MarkList::RowPicture picture = [&names](int row, Size, const TextWidth&) {
+        Mark mark = boxMark({0, 0, 10, 10}, {SystemColor::red});
+        mark.role = MarkRole::row;
+        mark.name = names.at(static_cast<std::size_t>(row));
+        return std::vector<Mark>{mark};
+    };
+    list.setRows(2, picture);
+    names[1] = "another";
+    list.setRows(2, picture);
+    EXPECT_THAT(events.of(list), ElementsAre(QAccessible::ObjectReorder, QAccessible::NameChanged));
+    EXPECT_EQ(events.all().back().child, 1);
+    names.pop_back(); // the rows before can't be made any more
+    list.setRows(1, picture);
+    EXPECT_EQ(events.of(list).back(), QAccessible::ObjectReorder);
+}
+
 TEST_F(MarkListTest, AsksOnlyForTheRowsThatAreSeen)
 {
     show(2000);

@@ -3,6 +3,7 @@
 #include "pages/kit/Look.h"
 #include "pages/kit/MarkPainter.h"
 #include "pages/kit/RoundedFill.h"
+#include "support/AccessibleEvents.h"
 #include "support/Elements.h"
 
 #include <gmock/gmock.h>
@@ -19,6 +20,8 @@
 #include <cstdlib>
 #include <functional>
 #include <set>
+#include <utility>
+#include <vector>
 
 namespace quillbrook {
 namespace {
@@ -71,6 +74,18 @@ protected:
         QHelpEvent event(QEvent::ToolTip, place, view.mapToGlobal(place));
         QApplication::sendEvent(&view, &event);
         return event.isAccepted() ? QToolTip::text().toStdString() : "none";
+    }
+
+    /// What was told of the view and its marks, with the child that it was told of.
+    std::vector<std::pair<QAccessible::Event, int>> toldOf(const AccessibleEvents& events) const
+    {
+        std::vector<std::pair<QAccessible::Event, int>> told;
+        for (const AccessibleEvents::Told& event : events.all()) {
+            if (event.object == &view) {
+                told.emplace_back(event.type, event.child);
+            }
+        }
+        return told;
     }
 
     int timesMade = 0;
@@ -199,6 +214,32 @@ TEST_F(MarkViewTest, KeepsTheCurrentMarkByItsNameWhenThePictureChanges)
     EXPECT_EQ(currentName(), "second");
     show({bar("new", 0, 10)});
     EXPECT_EQ(currentName(), "none");
+}
+
+TEST_F(MarkViewTest, TellsReadersWhichOfItsMarksSpeakOtherwise)
+{
+    const AccessibleEvents events;
+    Mark more = bar("second", 10, 10);
+    more.value = "4";
+    show({bar("other", 0, 10), more, textMark({.place = {60, 0, 10, 20}, .text = "a long text"})});
+    EXPECT_THAT(toldOf(events),
+        ElementsAre(
+            std::pair(QAccessible::NameChanged, 0), std::pair(QAccessible::DescriptionChanged, 1)));
+}
+
+TEST_F(MarkViewTest, TellsReadersThatItHasOtherMarks)
+{
+    const AccessibleEvents events;
+    show({bar("first", 0, 10)});
+    EXPECT_THAT(toldOf(events), ElementsAre(std::pair(QAccessible::ObjectReorder, -1)));
+}
+
+TEST_F(MarkViewTest, TellsReadersNothingOfMarksThatStandElsewhere)
+{
+    const AccessibleEvents events;
+    show({bar("first", 50, 10), bar("second", 70, 10),
+        textMark({.place = {80, 0, 10, 20}, .text = "a long text"})});
+    EXPECT_THAT(toldOf(events), testing::IsEmpty());
 }
 
 /// The rows of a picture of `scale` in which a level line of one point at 10.5 has any ink, with
