@@ -5,6 +5,7 @@
 #include "pages/kit/MarkList.h"
 #include "pages/kit/MarkView.h"
 #include "pages/kit/PaintedChildren.h"
+#include "pages/kit/Popover.h"
 #include "pages/kit/Spoken.h"
 
 #include <QAbstractButton>
@@ -146,7 +147,8 @@ private:
     mutable PaintedChildren children{};
 };
 
-/// A widget that says itself what it is; a button among them can be pressed.
+/// A widget that says itself what it is; a button among them can be pressed. An open popover is the
+/// last child of its anchor, as windows of its kind are no children of the program.
 class AccessibleSpoken final : public QAccessibleWidget {
 public:
     AccessibleSpoken(QWidget* widget, const Spoken& spoken)
@@ -179,6 +181,33 @@ public:
         return state;
     }
 
+    QAccessibleInterface* parent() const override
+    {
+        return qobject_cast<Popover*>(object()) != nullptr
+            ? QAccessible::queryAccessibleInterface(object()->parent())
+            : QAccessibleWidget::parent();
+    }
+
+    int childCount() const override
+    {
+        return QAccessibleWidget::childCount() + (openPopover() == nullptr ? 0 : 1);
+    }
+
+    QAccessibleInterface* child(int index) const override
+    {
+        return index == QAccessibleWidget::childCount()
+            ? QAccessible::queryAccessibleInterface(openPopover())
+            : QAccessibleWidget::child(index);
+    }
+
+    int indexOfChild(const QAccessibleInterface* item) const override
+    {
+        Popover* popover = openPopover();
+        return popover != nullptr && item->object() == popover
+            ? QAccessibleWidget::childCount()
+            : QAccessibleWidget::indexOfChild(item);
+    }
+
     QStringList actionNames() const override
     {
         QStringList names = QAccessibleWidget::actionNames();
@@ -199,6 +228,12 @@ public:
     }
 
 private:
+    Popover* openPopover() const
+    {
+        auto* popover = object()->findChild<Popover*>(QString(), Qt::FindDirectChildrenOnly);
+        return popover != nullptr && popover->isVisible() ? popover : nullptr;
+    }
+
     QAbstractButton* button() const { return qobject_cast<QAbstractButton*>(object()); }
 
     const Spoken& spoken; // a base of the widget

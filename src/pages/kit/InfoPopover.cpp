@@ -28,6 +28,9 @@ InfoPopover::InfoPopover(const InfoForm& form, QWidget* anchor)
 
 void InfoPopover::addHeadline(const QString& text, int below)
 {
+    if (accessibleName().isEmpty()) {
+        setAccessibleName(text);
+    }
     QLabel* headline = textLabel(text, Look::font(TextStyle::headline));
     headline->setContentsMargins(0, 0, 0, below);
     content()->addWidget(headline);

@@ -29,7 +29,7 @@ struct InfoEntry {
 };
 
 /// A popover that explains: headlines, things with a symbol, notes and dividers, one under the
-/// other in the order in which they were added.
+/// other in the order in which they were added. Screen readers call it by its first headline.
 class InfoPopover final : public Popover {
     Q_OBJECT
 

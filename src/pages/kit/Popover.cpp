@@ -48,6 +48,7 @@ Popover::Popover(int width, QWidget* anchor)
     , column(new QVBoxLayout(this))
 {
     setAttribute(Qt::WA_TranslucentBackground);
+    setFocusPolicy(Qt::StrongFocus);
     setFixedWidth(width + 2 * kShadow);
 }
 
@@ -64,6 +65,7 @@ void Popover::open()
     }
     focusBefore = anchor->window()->focusWidget();
     show();
+    setFocus(Qt::PopupFocusReason); // so that it is read
 }
 
 void Popover::placeAt(const QRect& anchorPlace, const QRect& within)

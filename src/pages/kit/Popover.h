@@ -1,5 +1,7 @@
 #pragma once
 
+#include "pages/kit/Spoken.h"
+
 #include <QPainterPath>
 #include <QPointer>
 #include <QWidget>
@@ -9,8 +11,9 @@ class QVBoxLayout;
 namespace quillbrook {
 
 /// A small window that hangs on a widget by an arrow, and closes with Escape or a click elsewhere.
-/// The focus is then where it was before.
-class Popover : public QWidget {
+/// It has the focus while it is open, which is then where it was before. Screen readers find it
+/// inside its anchor.
+class Popover : public QWidget, public Spoken {
     Q_OBJECT
 
 public:
@@ -21,6 +24,8 @@ public:
 
     /// Opens under the anchor, or above it where there is more room, and within the screen.
     void open();
+
+    QAccessible::Role accessibleRole() const override { return QAccessible::Dialog; }
 
     /// The place of the body in the popover's coordinates.
     QRect body() const;

@@ -1,10 +1,13 @@
 #include "pages/kit/Popover.h"
 
 #include "pages/kit/IconButton.h"
+#include "pages/kit/InfoPopover.h"
 #include "pages/kit/Look.h"
 #include "pages/kit/TextDrawing.h"
+#include "support/AccessibleEvents.h"
 #include "support/Elements.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <QApplication>
@@ -105,6 +108,37 @@ TEST(PopoverTest, GivesTheFocusBack)
         EXPECT_FALSE(popover.isVisible());
     }
     EXPECT_EQ(window.focusWidget(), &first);
+}
+
+TEST(PopoverTest, IsReadInsideItsAnchorWhileItIsOpen)
+{
+    IconButton anchor("info.circle", 14, "about");
+    anchor.show();
+    InfoPopover popover({}, &anchor);
+    popover.addHeadline("figures");
+    popover.addHeadline("more");
+    EXPECT_EQ(elementsOf(anchor, QAccessible::Dialog), std::vector<Element>{});
+    popover.open();
+    EXPECT_EQ(
+        namesOf(elementsOf(anchor, QAccessible::Dialog)), std::vector<std::string>{"figures"});
+    EXPECT_EQ(namesOf(elementsOf(anchor, QAccessible::StaticText)),
+        (std::vector<std::string>{"figures", "more"}));
+    QAccessibleInterface& outer = *QAccessible::queryAccessibleInterface(&anchor);
+    EXPECT_EQ(outer.indexOfChild(outer.child(0)), 0);
+    EXPECT_EQ(outer.child(0)->parent(), &outer);
+    press(popover, Qt::Key_Escape);
+    EXPECT_EQ(outer.childCount(), 0);
+}
+
+TEST(PopoverTest, HasTheFocusWhileItIsOpen)
+{
+    IconButton anchor("info.circle", 14, "about");
+    anchor.show();
+    Popover popover(200, &anchor);
+    const AccessibleEvents events;
+    popover.open();
+    EXPECT_TRUE(popover.hasFocus());
+    EXPECT_THAT(events.of(popover), testing::Contains(QAccessible::Focus));
 }
 
 TEST(PopoverTest, IsCutOutWhereWindowsCantBlend)
