@@ -101,15 +101,15 @@ void Sidebar::setSelected(NavTab tab)
     const bool hasRow
         = std::any_of(rows.begin(), rows.end(), [tab](const Row& row) { return row.tab == tab; });
     const NavTab stop = hasRow ? tab : rows.first().tab; // of the Tab key
+    const bool isNew = std::exchange(selectedTab, tab) != tab;
     for (const Row& row : rows) {
         const bool isSelected = row.tab == tab;
         row.button->setFocusPolicy(row.tab == stop ? Qt::TabFocus : Qt::NoFocus);
-        if (isSelected && !row.button->isChecked()) {
-            row.button->setChecked(true);
+        row.button->setChecked(isSelected); // which a click may have done, or undone
+        if (isSelected && isNew) {
             QAccessibleEvent selection(row.button, QAccessible::Selection);
             QAccessible::updateAccessibility(&selection);
         }
-        row.button->setChecked(isSelected);
     }
 }
 

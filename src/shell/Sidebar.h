@@ -6,6 +6,8 @@
 #include <QList>
 #include <QWidget>
 
+#include <optional>
+
 class QAbstractButton;
 class QScrollArea;
 class QVBoxLayout;
@@ -50,6 +52,7 @@ private:
     QWidget* list;
     QWidget* verse;
     QList<Row> rows{};
+    std::optional<NavTab> selectedTab{};
 };
 
 } // namespace quillbrook

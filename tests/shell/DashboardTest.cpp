@@ -281,6 +281,17 @@ TEST_F(DashboardTest, LetsScreenReadersHearTheSelectedPage)
     EXPECT_TRUE(QAccessible::queryAccessibleInterface(&row("Focus"))->state().selected);
 }
 
+TEST_F(DashboardTest, LetsScreenReadersHearThePageThatWasClicked)
+{
+    show();
+    const AccessibleEvents events;
+    row("Past").click();
+    EXPECT_THAT(events.of(row("Past")), Contains(QAccessible::Selection));
+    row("Past").click();
+    const auto told = events.of(row("Past"));
+    EXPECT_EQ(std::ranges::count(told, QAccessible::Selection), 1);
+}
+
 TEST_F(DashboardTest, ScrollsThePageByKeysWhereverTheFocusIs)
 {
     show();
