@@ -4,14 +4,12 @@ All clocks on it may run many times faster, by libfaketime, in the program and i
 alike, so that minutes pass in seconds without a constant of the program being touched.
 """
 
-import collections
 import os
 import re
 import shutil
 import signal
 import socket
 import sqlite3
-import struct
 import subprocess
 import tempfile
 import time
@@ -19,6 +17,8 @@ import unittest
 
 import dbus
 import dbusmock
+
+from picture import picture_of
 
 FAKETIME = "/usr/lib/{}/faketime/libfaketime.so.1".format(
     subprocess.check_output(["gcc", "-print-multiarch"], text=True).strip())
@@ -282,37 +282,20 @@ class Desktop:
         return (int(geometry["X"]) + int(geometry["WIDTH"]) // 2,
                 int(geometry["Y"]) + int(geometry["HEIGHT"]) // 2)
 
-    def _picture(self, window):
-        """A window's pixels as `xwd` writes them, and the header's numbers. None while a window in
-        it comes or goes, which ends `xwd`."""
-        asked = subprocess.run(["xwd", "-silent", "-id", str(window)], env=self.env,
-                               stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, check=False,
-                               timeout=60)
-        image = asked.stdout
-        return (image, struct.unpack(">25I", image[:100])) if asked.returncode == 0 else None
-
     def colors(self, window):
         """The colours of a window's pixels, as (red, green, blue); none while it changes."""
-        picture = self._picture(window)
-        if picture is None:
-            return set()
-        image, header = picture
-        begin, width, pixel, line = (
-            header[0] + 12 * header[19], header[4], header[11] // 8, header[12])
-        return {tuple(reversed(image[at:at + 3]))
-                for start in range(begin, len(image), line)
-                for at in range(start, start + width * pixel, pixel)}
+        picture = picture_of(self.env, "-id", str(window))
+        return picture.colors() if picture else set()
 
     def commonest_color(self, window):
         """The colour that most of a window's pixels have, by a sample; None while it changes."""
-        picture = self._picture(window)
-        if picture is None:
-            return None
-        image, header = picture
-        begin, pixel = header[0] + 12 * header[19], header[11] // 8
-        pixels = collections.Counter(
-            image[at:at + 3] for at in range(begin, len(image) - 2, pixel * 97))
-        return tuple(reversed(pixels.most_common(1)[0][0]))
+        picture = picture_of(self.env, "-id", str(window))
+        return picture.commonest_color() if picture else None
+
+    def color_at(self, place):
+        """The colour at a place of the screen, (x, y); None while a window comes or goes."""
+        picture = picture_of(self.env, "-root")
+        return picture.color(*place) if picture else None
 
     def program_windows(self):
         """The program's windows on the screen, menus and the icon in a panel included."""
@@ -339,10 +322,11 @@ class Desktop:
     def press(self, *keys):
         self.tool("xdotool", "key", "--delay", "5", *keys)
 
-    def click(self, place, button=1):
+    def click(self, place, button=1, times=1):
         """Presses a button of the mouse at a place of the screen, (x, y)."""
-        self.tool("xdotool", "mousemove", "--sync", str(place[0]), str(place[1]), "click",
-                  str(button))
+        # Waiting for the pointer to arrive takes long where it is there already.
+        self.tool("xdotool", "mousemove", str(place[0]), str(place[1]), "click",
+                  "--repeat", str(times), "--delay", "5", str(button))
 
     # The recorder
 

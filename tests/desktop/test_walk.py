@@ -7,11 +7,11 @@ import subprocess
 import time
 import unittest
 
+from dashboard import NOW, TITLES, Dashboard
 from desktop import DesktopTest, wait_for
 from screen_reader import ScreenReader
 from tray_item import TrayItem
 
-NOW = 1772609400  # 15:30 of a Wednesday in UTC+8
 TODAY = NOW - (NOW + 28800) % 86400
 YESTERDAY = TODAY - 86400
 DASHBOARD_DELAY_SEC = 1.2
@@ -29,6 +29,7 @@ class WalkTest(DesktopTest):
             "SELECT app_name, started_at, started_at + duration_sec FROM app_sessions "
             "WHERE duration_sec IS NOT NULL AND app_name NOT LIKE '%login%'")
         self.reader = ScreenReader(self.desktop)
+        self.dashboard = Dashboard(self.desktop, self.reader)
         self.tray = TrayItem(self.desktop)
 
     def test_a_person_walks_through_the_whole_program(self):
@@ -110,7 +111,7 @@ class WalkTest(DesktopTest):
                              for element in self.reader.elements()), "the category in the list")
 
     # Two refreshes that run at a time may publish in either order, and the page then lacks its
-    # data: from here on to the closing only the selection is looked at.
+    # data: where the keys go on at once, only the page itself is looked at.
 
     def goes_through_the_sidebar_with_the_keys(self):
         self.desktop.click(self.reader.wait_for("list item", "Past").center)
@@ -122,9 +123,11 @@ class WalkTest(DesktopTest):
         self.wait_for_page("Today")
 
     def goes_through_the_sidebar_with_the_mouse(self):
-        for page in ("Alerts", "Tokens", "Focus", "Habit", "Future", "Past"):
+        for page, picture in (("Tokens", "应用的Token输入排名"), ("Focus", "活跃时长分布"),
+                              ("Habit", "分类"), ("Future", "生命进度"), ("Past", "应用的活跃时长")):
             self.desktop.click(self.reader.wait_for("list item", page).center)
             self.wait_for_page(page)
+            wait_for(lambda: self.dashboard.marks(picture), "the data of " + page)
 
     def closes_the_window(self):
         self.desktop.press("alt+F4")
@@ -162,9 +165,10 @@ class WalkTest(DesktopTest):
         wait_for(lambda: self.desktop.active_window() in self.desktop.windows(title),
                  title + " in front")
 
-    def wait_for_page(self, title):
-        wait_for(lambda: self.reader.find("list item", title).is_checked, "the mark on " + title)
-        wait_for(lambda: self.desktop.last_page() == title, "the last page on disk")
+    def wait_for_page(self, page):
+        wait_for(lambda: self.dashboard.is_checked("list item", page), "the mark on " + page)
+        wait_for(lambda: self.desktop.last_page() == page, "the last page on disk")
+        self.reader.wait_for("label", TITLES[page])
 
     def cells(self):
         return [element for element in self.reader.elements() if element.role == "cell"]
