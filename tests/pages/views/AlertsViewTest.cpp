@@ -1,7 +1,6 @@
 #include "pages/views/AlertsView.h"
 #include "pages/kit/FoldHeader.h"
 #include "pages/kit/MarkView.h"
-#include "support/AccessibleEvents.h"
 #include "support/PagesFixture.h"
 
 #include <gmock/gmock.h>
@@ -14,6 +13,7 @@ namespace {
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::Not;
 
 constexpr double kDay = 86400;
 
@@ -231,15 +231,15 @@ TEST_F(AlertsViewTest, FitsTheSmallestWindow)
 TEST_F(AlertsViewTest, DrawsOnlyTheDaysAnewThatChanged)
 {
     const auto page = shownPage<AlertsView>(threeDays());
-    const auto* today = page->findChild<MarkView*>();
+    auto* today = page->findChild<MarkView*>();
     ASSERT_NE(today, nullptr);
-    const AccessibleEvents events;
+    today->setPicture([](Size, const TextWidth&) { return std::vector<Mark>(); });
     page->show(threeDays());
-    EXPECT_THAT(events.of(*today), IsEmpty());
+    EXPECT_THAT(today->marks(), IsEmpty());
     DashboardData data = threeDays();
     data.alerts.insert(data.alerts.begin(), alertAt(kNow + 60));
     page->show(data);
-    EXPECT_THAT(events.of(*today), Contains(QAccessible::TableModelChanged));
+    EXPECT_THAT(today->marks(), Not(IsEmpty()));
 }
 
 } // namespace
