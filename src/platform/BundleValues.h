@@ -12,7 +12,8 @@ class BundleValues {
 public:
     virtual ~BundleValues() = default;
 
-    /// The text under a key such as "CFBundleShortVersionString"; empty when there is none.
+    /// The text under a key such as "CFBundleShortVersionString"; empty when there is none. The
+    /// key "BuildDate" is that of the dictionary which the build leaves in the package.
     virtual std::optional<std::string> infoValue(std::string_view key) const = 0;
 
     /// Where the package lies, an absolute path. macOS: the main bundle's path; Linux: the

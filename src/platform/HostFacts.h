@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/SystemKind.h"
+
 #include <optional>
 #include <string>
 
@@ -16,6 +18,8 @@ struct OsVersion {
 class HostFacts {
 public:
     virtual ~HostFacts() = default;
+
+    virtual SystemKind system() const = 0;
 
     /// macOS: `operatingSystemVersion`; Linux: the kernel's release.
     virtual OsVersion osVersion() const = 0;

@@ -1,5 +1,6 @@
 #include "platform/linux/LinuxBundleValues.h"
 
+#include "base/BuildValues.h"
 #include "platform/Directories.h"
 
 #include <filesystem>
@@ -13,7 +14,10 @@ std::optional<std::string> LinuxBundleValues::infoValue(std::string_view key) co
         return std::string(kDataFolderName);
     }
     if (key == "CFBundleShortVersionString" || key == "CFBundleVersion") {
-        return QUILLBROOK_VERSION;
+        return std::string(buildVersion());
+    }
+    if (key == "BuildDate") {
+        return buildDate();
     }
     return std::nullopt;
 }

@@ -13,6 +13,7 @@ OsVersion kernelVersion(std::string_view release);
 /// What the kernel and the distribution say of themselves.
 class LinuxHostFacts final : public HostFacts {
 public:
+    SystemKind system() const override { return SystemKind::linuxDesktop; }
     OsVersion osVersion() const override;
     std::string osVersionText() const override;
     std::optional<std::string> hostName() const override;

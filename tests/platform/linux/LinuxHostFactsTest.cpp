@@ -26,6 +26,7 @@ TEST(KernelVersion, ReadsTheNumbersAtTheBeginning)
 
 TEST(LinuxHostFacts, KnowsThisSystem)
 {
+    EXPECT_EQ(LinuxHostFacts().system(), SystemKind::linuxDesktop);
     EXPECT_GT(LinuxHostFacts().osVersion().major, 0);
     EXPECT_NE(LinuxHostFacts().osVersionText().find(", Linux "), std::string::npos);
 }
