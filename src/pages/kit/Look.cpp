@@ -302,6 +302,18 @@ QColor textOnAccent(const QPalette& palette)
     return palette.color(QPalette::HighlightedText);
 }
 
+QColor link(const QPalette& palette)
+{
+    constexpr double kShareOfAccent = 0.7;
+    const QColor own = accent(palette);
+    const QColor text = isDark(palette) ? Qt::white : Qt::black;
+    const auto mixed = [&](int one, int other) {
+        return static_cast<int>(std::lround(kShareOfAccent * one + (1 - kShareOfAccent) * other));
+    };
+    return {mixed(own.red(), text.red()), mixed(own.green(), text.green()),
+        mixed(own.blue(), text.blue())};
+}
+
 QFont font(TextStyle style, QFont::Weight weight)
 {
     const Style set = kStyles[static_cast<std::size_t>(style)];

@@ -65,6 +65,8 @@ QColor secondaryText(const QPalette& palette);
 QColor separator(const QPalette& palette);
 QColor accent(const QPalette& palette);
 QColor textOnAccent(const QPalette& palette);
+/// The accent colour, drawn towards that of the text, so that small letters can be read in it.
+QColor link(const QPalette& palette);
 
 QFont font(TextStyle style, QFont::Weight weight = QFont::Normal);
 /// The interface's font. Sizes are device-independent pixels here and below.

@@ -25,6 +25,8 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void followFocus(QWidget* next);
+
     QVBoxLayout* content;
 };
 

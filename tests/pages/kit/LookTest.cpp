@@ -11,6 +11,9 @@
 #include <QMenuBar>
 #include <QPainter>
 
+#include <algorithm>
+#include <cmath>
+
 namespace quillbrook {
 namespace {
 
@@ -50,6 +53,32 @@ TEST(Look, WritesOnAnAccentWhatCanBeReadThere)
     EXPECT_EQ(textOn({0xC8, 0x8A, 0x00}), dark); // 2.96 to 1
     EXPECT_EQ(textOn({0xFF, 0xCC, 0x00}), dark);
     EXPECT_EQ(textOn({0xFF, 0xFF, 0xFF}), dark);
+    Look::apply(false, std::nullopt);
+}
+
+/// The contrast of two opaque colours, from 1 to 21.
+double contrast(const QColor& one, const QColor& other)
+{
+    const auto luminance = [](const QColor& color) {
+        const auto linear = [](double part) {
+            return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF())
+            + 0.0722 * linear(color.blueF());
+    };
+    const auto [darker, lighter] = std::minmax(luminance(one), luminance(other));
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
+TEST(Look, LetsLinksBeReadInSmallType)
+{
+    for (const bool isDark : {false, true}) {
+        Look::apply(isDark, std::nullopt);
+        const QPalette palette = QApplication::palette();
+        EXPECT_GT(contrast(Look::link(palette), Look::windowBackground(palette)), 4.5);
+        EXPECT_GT(contrast(Look::link(palette), Look::controlBackground(palette)), 4.5);
+        EXPECT_NEAR(Look::link(palette).hslHue(), Look::accent(palette).hslHue(), 3);
+    }
     Look::apply(false, std::nullopt);
 }
 

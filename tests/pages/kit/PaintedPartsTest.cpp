@@ -2,11 +2,13 @@
 #include "pages/kit/FigureCard.h"
 #include "pages/kit/IconButton.h"
 #include "pages/kit/Legend.h"
+#include "pages/kit/LinkButton.h"
 #include "pages/kit/Look.h"
 #include "pages/kit/MarkPainter.h"
 #include "pages/kit/MarkView.h"
 #include "pages/kit/Symbol.h"
 #include "pages/kit/SymbolLabel.h"
+#include "pages/kit/TagLabel.h"
 #include "support/Painting.h"
 
 #include <gmock/gmock.h>
@@ -66,6 +68,31 @@ TEST(PaintedLegend, GivesEachChipItsOwnColour)
         ElementsAre(shade(SystemColor::orange), shade(SystemColor::green)));
     legend.setEntries({{.name = "Web", .tint = {SystemColor::red}}});
     EXPECT_THAT(paintingOf(legend).circles(), ElementsAre(shade(SystemColor::red)));
+}
+
+TEST(PaintedTag, StandsOnItsGroundLevelWithItsNeighbours)
+{
+    const TagForm form{.ground = {SystemColor::orange, 0.1}, .sidePadding = 8, .edgePadding = 4};
+    const QFont font = Look::font(TextStyle::caption);
+    TagLabel tag("v1.0", font, form);
+    const TagLabel chinese("构建", font, form);
+    tag.resize(tag.sizeHint());
+    EXPECT_EQ(tag.sizeHint().height(), chinese.sizeHint().height());
+    EXPECT_EQ(tag.sizeHint().height(), qCeil(QFontMetricsF(font).height()) + 8);
+    EXPECT_EQ(tag.sizeHint().width(), qCeil(QFontMetricsF(font).horizontalAdvance("v1.0")) + 16);
+    const Painting painting = paintingOf(tag);
+    EXPECT_EQ(painting.allText(), "v1.0");
+    EXPECT_EQ(
+        painting.shapes.at(0).fill.rgba(), Look::faded(shade(SystemColor::orange), 0.1).rgba());
+}
+
+TEST(PaintedLink, HasTheColourOfLinks)
+{
+    LinkButton link("more & more", Look::font(TextStyle::callout));
+    link.resize(link.sizeHint());
+    const Painting painting = paintingOf(link);
+    EXPECT_EQ(painting.allText(), "more & more");
+    EXPECT_EQ(painting.texts.at(0).color.rgba(), Look::link(QApplication::palette()).rgba());
 }
 
 TEST(PaintedSymbols, StandOnButtonsAndAlone)

@@ -13,7 +13,9 @@
 #include <gtest/gtest.h>
 
 #include <QImage>
+#include <QLabel>
 #include <QPixmap>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -143,6 +145,33 @@ TEST_F(ScrollPageTest, KeepsEverythingReachableWhereItIsTooNarrow)
     showIn(200, 120);
     EXPECT_EQ(page.widget()->width(), 300);
     EXPECT_EQ(page.horizontalScrollBar()->maximum(), 300 - page.viewport()->width());
+}
+
+TEST(ScrollPageFocusTest, FollowsTheTabKeyIntoThePageButNoPointer)
+{
+    QWidget window;
+    auto* row = new QHBoxLayout(&window);
+    auto* before = new QPushButton("before");
+    row->addWidget(before);
+    auto* page = new ScrollPage({.around = 0, .between = 2000});
+    page->column()->addWidget(new QLabel("above"));
+    auto* below = new QPushButton("below");
+    page->column()->addWidget(below);
+    row->addWidget(page);
+    window.resize(300, 200);
+    window.show();
+    window.activateWindow();
+    QCoreApplication::processEvents();
+    const auto isScrolled = [page] { return page->verticalScrollBar()->value() > 0; };
+
+    before->setFocus(Qt::MouseFocusReason);
+    below->setFocus(Qt::MouseFocusReason);
+    EXPECT_FALSE(isScrolled());
+    before->setFocus(Qt::MouseFocusReason);
+    press(*before, Qt::Key_Tab);
+    EXPECT_EQ(window.focusWidget(), below);
+    EXPECT_TRUE(isScrolled());
+    EXPECT_FALSE(below->visibleRegion().isEmpty());
 }
 
 TEST_F(ScrollPageTest, ScrollsByTheKeysThatNothingOnItWants)

@@ -3,6 +3,7 @@
 #include "pages/kit/FlowLayout.h"
 #include "pages/kit/HoverTip.h"
 #include "pages/kit/IconButton.h"
+#include "pages/kit/LinkButton.h"
 #include "pages/kit/Look.h"
 #include "pages/kit/PageTitle.h"
 #include "pages/kit/SegmentedPicker.h"
@@ -190,6 +191,19 @@ TEST(WrappedLabelTest, IsAsHighAsItsPresentTextAndFontNeed)
     EXPECT_EQ(label.heightForWidth(60), wide);
     label.setFont(Look::systemFont(24));
     EXPECT_GT(label.heightForWidth(60), wide);
+}
+
+TEST(LinkButtonTest, IsPressedByKeysAndByScreenReaders)
+{
+    LinkButton link("more & more", Look::font(TextStyle::callout));
+    int presses = 0;
+    QObject::connect(&link, &LinkButton::clicked, [&presses] { ++presses; });
+    EXPECT_NE(link.focusPolicy() & Qt::TabFocus, 0);
+    EXPECT_EQ(accessible(link).role(), QAccessible::Button);
+    EXPECT_EQ(accessible(link).text(QAccessible::Name), "more & more");
+    press(link, Qt::Key_Space);
+    accessible(link).actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(presses, 2);
 }
 
 } // namespace
