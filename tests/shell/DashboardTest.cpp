@@ -391,13 +391,6 @@ TEST_F(DashboardTest, RefreshesWhenAPeriodChanges)
     EXPECT_EQ(publications, 1);
 }
 
-TEST_F(DashboardTest, ShowsTheTitleOfAPageThatIsStillToCome)
-{
-    show(NavTab::about);
-    EXPECT_THAT(elementsOf(window(), QAccessible::StaticText),
-        Contains(Element{QAccessible::StaticText, "关于", ""}));
-}
-
 TEST_F(DashboardTest, ShowsThatItLoadsUntilTheFirstData)
 {
     dashboard->show();

@@ -1,13 +1,13 @@
 #include "pages/views/PageTable.h"
 
 #include "base/Fatal.h"
+#include "pages/views/AboutView.h"
 #include "pages/views/AlertsView.h"
 #include "pages/views/FocusView.h"
 #include "pages/views/HabitView.h"
 #include "pages/views/IdlesView.h"
 #include "pages/views/KeylogView.h"
 #include "pages/views/PastPage.h"
-#include "pages/views/PlaceholderPage.h"
 #include "pages/views/SessionsView.h"
 #include "pages/views/TodayPage.h"
 #include "pages/views/iLifeView.h"
@@ -25,12 +25,6 @@ std::unique_ptr<Page> make(const PageTools& tools, QWidget* parent)
     return std::make_unique<PageType>(tools, parent);
 }
 
-template <NavTab Tab>
-std::unique_ptr<Page> makePlaceholder(const PageTools&, QWidget* parent)
-{
-    return std::make_unique<PlaceholderPage>(Tab, parent);
-}
-
 // Sessions and Idles are for the search for faults: they can be shown, and have no row.
 constexpr std::array kPages = {
     PageEntry{NavTab::today, "知行", "calendar.day.timeline.left", make<TodayPage>},
@@ -40,7 +34,7 @@ constexpr std::array kPages = {
     PageEntry{NavTab::focus, "观照", "scope", make<FocusView>},
     PageEntry{NavTab::keylog, "活动", "keyboard", make<KeylogView>},
     PageEntry{NavTab::alerts, "活动", "exclamationmark.triangle", make<AlertsView>},
-    PageEntry{NavTab::about, {}, "info.circle", makePlaceholder<NavTab::about>},
+    PageEntry{NavTab::about, {}, "info.circle", make<AboutView>},
     PageEntry{NavTab::session, {}, "doc.text.magnifyingglass", make<SessionsView>},
     PageEntry{NavTab::idles, {}, "doc.text.magnifyingglass", make<IdlesView>},
 };
