@@ -59,7 +59,7 @@ void AppDelegate::closePermissionSetup()
 
 void AppDelegate::patchAboutMenuItem()
 {
-    // Only desktops with an application menu have the item.
+    // Only where the system makes the application's menu does it have an item of its own.
 }
 
 void AppDelegate::styleWindows()
@@ -75,6 +75,12 @@ void AppDelegate::showPage(std::optional<NavTab> tab)
     dashboard.show(tab);
 }
 
+void AppDelegate::showAboutPanel()
+{
+    styleWindows();
+    aboutPanel.show();
+}
+
 void AppDelegate::perform(MenuAction action)
 {
     switch (action) {
@@ -86,6 +92,8 @@ void AppDelegate::perform(MenuAction action)
         return showPage(NavTab::keylog);
     case MenuAction::refresh:
         return menuVM->refreshStats();
+    case MenuAction::showAbout:
+        return showAboutPanel();
     case MenuAction::toggleLoginItem:
         return menuVM->toggleLoginItem();
     case MenuAction::quit:

@@ -4,6 +4,7 @@
 #include "engine/MonitorEngine.h"
 #include "platform/Platform.h"
 #include "report/Periods.h"
+#include "shell/AboutPanelController.h"
 #include "shell/DashboardWindowController.h"
 #include "shell/MenuBar.h"
 #include "shell/QtApplication.h"
@@ -52,6 +53,7 @@ public:
 private:
     void styleWindows();
     void perform(MenuAction action);
+    void showAboutPanel();
     void showPage(std::optional<NavTab> tab);
 
     Platform platform;
@@ -67,6 +69,7 @@ private:
     DashboardWindowController dashboard{platform, application,
         [this](std::string_view page) { crashReporter.updateHeartbeat(page); },
         [this](MenuAction action) { perform(action); }};
+    AboutPanelController aboutPanel{platform, application, [this] { perform(MenuAction::quit); }};
     std::unique_ptr<PermissionSetupWindow> permissionWindow{};
     std::unique_ptr<MenuBarVM> menuVM{};
     std::unique_ptr<MenuBar> menuBar{};

@@ -6,7 +6,6 @@
 #include "shell/AppIcon.h"
 #include "shell/ContentView.h"
 #include "shell/DashboardWindow.h"
-#include "shell/MenuBar.h"
 #include "shell/WindowMenu.h"
 
 #include <QApplication>
@@ -46,7 +45,6 @@ void DashboardWindowController::show(std::optional<NavTab> tab)
     if (window->isMinimized()) {
         window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
     }
-    menu->setVisible(!MenuBar::hasTray());
     window->show();
     application.makeKey(window->winId());
     application.activate();
@@ -80,8 +78,8 @@ void DashboardWindowController::makeWindow()
 
 void DashboardWindowController::addMenu()
 {
-    menu = new WindowMenu(*window,
-        {.showAbout = [this] { contentProvider->selectedTab.set(NavTab::about); },
+    auto* menu = new WindowMenu(*window,
+        {.showAbout = [this] { perform(MenuAction::showAbout); },
             .refresh =
                 [this] {
                     perform(MenuAction::refresh);

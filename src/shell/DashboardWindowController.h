@@ -16,7 +16,6 @@ namespace quillbrook {
 
 class DashboardWindow;
 class DataProvider;
-class WindowMenu;
 
 /// Owns the one dashboard window, which is made when it is first shown and outlives its closing
 /// with its data, page and periods. Main thread only; needs the application object.
@@ -57,7 +56,6 @@ private:
     bool isIconSet = false;
     std::unique_ptr<DataProvider> contentProvider; // outlives the window, which observes it
     std::unique_ptr<DashboardWindow> window;
-    WindowMenu* menu = nullptr; // owned by the window
 };
 
 } // namespace quillbrook

@@ -14,7 +14,7 @@ WindowMenu::WindowMenu(QWidget& window, const Actions& actions) : QMenuBar(&wind
         connect(entry, &QAction::triggered, this, body);
         window.addAction(entry); // for its shortcut without the menu
     };
-    add(QStringLiteral("关于"), {}, actions.showAbout);
+    add(QStringLiteral("关于 Quillbrook"), {}, actions.showAbout);
     menu->addSeparator();
     add(QStringLiteral("刷新数据"), QKeySequence(Qt::CTRL | Qt::Key_R), actions.refresh);
     add(QStringLiteral("关闭窗口"), QKeySequence(Qt::CTRL | Qt::Key_W),

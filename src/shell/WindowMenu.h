@@ -7,7 +7,7 @@
 namespace quillbrook {
 
 /// The menu of a window, with which all can be reached without a tray. Its shortcuts work whenever
-/// the window is active, also while the menu isn't shown. Main thread only.
+/// the window is active. Main thread only.
 class WindowMenu final : public QMenuBar {
     Q_OBJECT
 

@@ -1,5 +1,6 @@
 #include "lab/PageCommand.h"
 
+#include "lab/AboutPage.h"
 #include "lab/AccessibleText.h"
 #include "lab/Arguments.h"
 #include "lab/CategoriesPage.h"
@@ -32,11 +33,14 @@ namespace {
 constexpr std::string_view kUsage
     = R"(usage: quillbrook-lab page --data DIR --tab TAB [--period LABEL] [--now T] [--zone SECONDS]
                            [--size WxH] [--scale F] [--dark] [--full] [--defaults FILE]
+                           [--version V|none] [--build-date D|none]
                            [--png FILE] [--text FILE] [--csv FILE]
        quillbrook-lab page --data DIR --tab Categories [--search TEXT] [--pick NAME [--choose LABEL]]
                            [--now T] [--scale F] [--dark] [--png FILE] [--text FILE]
        quillbrook-lab page --data DIR --tab Setup [--trusted true|false] [--new-version]
                            [--reset ok|failed] [--scale F] [--dark] [--png FILE] [--text FILE]
+       quillbrook-lab page --data DIR --tab AboutPanel [--version V|none] [--build-date D|none]
+                           [--now T] [--scale F] [--dark] [--png FILE] [--text FILE]
 
 Opens the dashboard off screen on a page, waits for its data, and writes what is to be seen.
 
@@ -66,11 +70,17 @@ Setup is the window before the first recording, in its own size.
   --new-version    the launch follows an update
   --reset RESULT   presses the reset button, with the reset tool and the administrator's way both
                    working (ok) or both failing (failed)
+
+AboutPanel is the small window about the program, in its own size. It and 关于 take
+
+  --version V      what the package says, or none (default: what was built)
+  --build-date D   the same; without a date it is that of --now
 )";
 
 const Syntax kSyntax{.usage = kUsage,
     .options = {"--data", "--tab", "--period", "--now", "--zone", "--size", "--scale", "--defaults",
-        "--png", "--text", "--csv", "--search", "--pick", "--choose", "--trusted", "--reset"},
+        "--png", "--text", "--csv", "--search", "--pick", "--choose", "--trusted", "--reset",
+        "--version", "--build-date"},
     .flags = {"--dark", "--full", "--new-version"},
     .required = {"--data", "--tab"}};
 
@@ -207,10 +217,17 @@ void writeResults(const Arguments& arguments, QWidget& window, const DataProvide
 int pageCommand(const std::vector<std::string>& texts)
 {
     const Arguments arguments(kSyntax, texts);
-    if (arguments.required("--tab") == "Categories") {
+    const std::string& tab = arguments.required("--tab");
+    if (tab == "AboutPanel") {
+        return aboutPanelPage(arguments);
+    }
+    if (tab != rawValue(NavTab::about)) {
+        rejectBundleValues(arguments);
+    }
+    if (tab == "Categories") {
         return categoriesPage(arguments);
     }
-    if (arguments.required("--tab") == "Setup") {
+    if (tab == "Setup") {
         return setupPage(arguments);
     }
     const Request request = requestOf(arguments);
@@ -219,6 +236,7 @@ int pageCommand(const std::vector<std::string>& texts)
     VirtualMachine machine(arguments.required("--data"), request.now);
     machine.timeZone.setSecondsFromUtc(request.zone);
     setDefaults(machine.userDefaults, request.defaults);
+    setBundleValues(arguments, machine.bundleValues);
     VirtualApplication application;
     DashboardWindowController controller(machine.platform(), application, [](std::string_view) {});
     controller.show(request.tab);

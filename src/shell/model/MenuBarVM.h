@@ -15,12 +15,13 @@
 
 namespace quillbrook {
 
-/// What a click on an entry of the menu does.
+/// What a click on an entry of the menu in the tray, or of a window's menu, does.
 enum class MenuAction : std::uint8_t {
     showAlerts,
     showToday,
     showKeylog,
     refresh,
+    showAbout,
     toggleLoginItem,
     quit,
 };
