@@ -4,6 +4,7 @@ All clocks on it may run many times faster, by libfaketime, in the program and i
 alike, so that minutes pass in seconds without a constant of the program being touched.
 """
 
+import contextlib
 import os
 import re
 import shutil
@@ -377,6 +378,16 @@ class Desktop:
         connection = sqlite3.connect(self.data + "/monitor.db")
         try:
             connection.executescript(sql)
+        finally:
+            connection.close()
+
+    @contextlib.contextmanager
+    def held_store(self):
+        """Holds the store as a writer does; gives the moment at which that begins."""
+        connection = sqlite3.connect(self.data + "/monitor.db", isolation_level=None)
+        try:
+            connection.execute("BEGIN IMMEDIATE")
+            yield time.monotonic()
         finally:
             connection.close()
 

@@ -2,6 +2,7 @@
 
 import os
 import subprocess
+import time
 import unittest
 
 from desktop import DesktopTest, wait_for
@@ -10,6 +11,7 @@ from screen_reader import ScreenReader
 NOW = 1772609400  # 15:30 of a Wednesday in UTC+8
 SHEET = "App 分类管理"
 LAST_CATEGORY = "理财"
+HELD_SEC = 10
 
 
 class CategoriesTest(DesktopTest):
@@ -56,6 +58,32 @@ class CategoriesTest(DesktopTest):
         self.desktop.click(place)
         wait_for(lambda: self.reader.find("list item", "Today").is_checked, "the page Today")
 
+    def test_a_writer_that_holds_the_store_is_not_waited_for(self):
+        self.open_habit()
+        self.open_sheet()
+        self.find_and_press_the_application()
+        self.desktop.press("End", "Return")
+        chosen = "%s, %s, 自选" % (self.bundle_id, LAST_CATEGORY)
+        self.wait_for_row(chosen)
+        kept = [(self.bundle_id, LAST_CATEGORY)]
+        wait_for(lambda: self.choices() == kept, "the row")
+
+        with self.desktop.held_store() as begin:
+            # Neither the removal nor another choice reaches the store. What the list says until it
+            # is read again follows the rules there, and the mark what was asked for.
+            self.press_the_application()
+            self.desktop.click(self.reader.wait_for("push button", "恢复系统默认").center)
+            self.wait_for_row("%s, %s" % (self.bundle_id, LAST_CATEGORY))
+            self.press_the_application()
+            self.desktop.press("Home", "Return")
+            self.wait_for_row(chosen)
+            self.assertLess(time.monotonic() - begin, HELD_SEC)
+            time.sleep(max(0, begin + HELD_SEC - time.monotonic()))
+        self.assertEqual(self.choices(), kept)
+        self.press_the_application()
+        self.desktop.click(self.reader.wait_for("push button", "恢复系统默认").center)
+        wait_for(lambda: self.choices() == [], "the end of the row")
+
     # The steps
 
     def open_habit(self):
@@ -70,7 +98,13 @@ class CategoriesTest(DesktopTest):
     def find_and_press_the_application(self):
         self.desktop.type(self.app.upper())
         wait_for(lambda: [row.name for row in self.rows()] == [self.app], "what was found")
-        self.desktop.press("Down", "Return")
+        self.desktop.press("Down")
+        self.press_the_application()
+
+    def press_the_application(self):
+        """Presses the row that was found, which has the keys."""
+        self.wait_for_front(SHEET)
+        self.desktop.press("Return")
         self.wait_for_front("「%s」的分类" % self.app)
 
     def close_sheet(self):
