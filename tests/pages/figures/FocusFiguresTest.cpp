@@ -103,6 +103,15 @@ TEST(FocusFigures, EndTheAxesAboveTheLargestNumber)
     EXPECT_EQ(dailyAvgYMax(std::vector<DailyAvgSession>{{.avgOver10 = 10}}), 13);
 }
 
+/// The grid's lines, which run level.
+std::ptrdiff_t gridLines(const std::vector<Mark>& marks)
+{
+    return std::count_if(marks.begin(), marks.end(), [](const Mark& mark) {
+        const auto* line = std::get_if<StraightLine>(&mark.shape);
+        return line != nullptr && line->from.y == line->to.y;
+    });
+}
+
 TEST(ActiveDistributionMarks, AreGreenFromEightyPercentOn)
 {
     const auto marks = activeDistributionMarks(
@@ -162,6 +171,9 @@ TEST(ActiveDistributionMarks, LabelEverySecondHourAndTheQuarters)
         EXPECT_THAT(texts, testing::Contains(text));
     }
     EXPECT_THAT(texts, testing::Not(testing::Contains("01:00")));
+    EXPECT_EQ(gridLines(marks), 5);
+    EXPECT_EQ(named(marks, "02:00").texts[0].face.pixels, 9);
+    EXPECT_EQ(named(marks, "75%").texts[0].face.pixels, 9);
 }
 
 TEST(DurationBucketMarks, AreABarForEachLength)
@@ -178,6 +190,11 @@ TEST(DurationBucketMarks, AreABarForEachLength)
                           && mark.fills == std::vector<Tint>{{SystemColor::orange}};
                   }),
         2);
+    // Four are the most here, and the axis runs to five.
+    EXPECT_THAT(spoken(marks, MarkRole::text),
+        ElementsAre("0", "1", "2", "3", "4", "5", "<1min", ">1h", "Session 时长", "次数"));
+    EXPECT_EQ(gridLines(marks), 6);
+    EXPECT_EQ(named(marks, "5").texts[0].face.pixels, 8);
 }
 
 TEST(DailyAvgMarks, AreThreeLinesOverTheDays)
@@ -192,6 +209,32 @@ TEST(DailyAvgMarks, AreThreeLinesOverTheDays)
             ">10分钟 11-20=15", ">10分钟 11-21=12.25"));
     EXPECT_THAT(spoken(marks, MarkRole::text),
         testing::IsSupersetOf({"日期", "分钟", "<5分钟", "5-10分钟", ">10分钟", "11-20", "11-21"}));
+}
+
+TEST(DailyAvgMarks, HaveTheirColoursAndTheirLegendApart)
+{
+    const auto marks = dailyAvgMarks(
+        std::vector<DailyAvgSession>{
+            {.date = "11-20", .avgUnder5 = 1, .avg5to10 = 2, .avgOver10 = 3}},
+        {300, 180}, kFivePoints);
+    std::vector<std::vector<Tint>> dots;
+    for (const Mark& mark : marks) {
+        if (!mark.fills.empty()) {
+            dots.push_back(mark.fills);
+        }
+    }
+    const std::vector<Tint> blue{{SystemColor::blue}};
+    const std::vector<Tint> orange{{SystemColor::orange}};
+    const std::vector<Tint> green{{SystemColor::green}};
+    EXPECT_THAT(dots, ElementsAre(blue, orange, green, blue, orange, green)); // and the legend's
+    // Three is the most here, and the axis runs to four.
+    EXPECT_THAT(spoken(marks, MarkRole::text),
+        ElementsAre(
+            "0", "1", "2", "3", "4", "11-20", "日期", "分钟", "<5分钟", "5-10分钟", ">10分钟"));
+    EXPECT_EQ(gridLines(marks), 5);
+    EXPECT_EQ(named(marks, "11-20").texts[0].face.pixels, 8);
+    EXPECT_EQ(
+        bounds(named(marks, "<5分钟").shape).y - bottom(bounds(named(marks, "日期").shape)), 20);
 }
 
 } // namespace

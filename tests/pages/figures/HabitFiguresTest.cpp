@@ -115,6 +115,26 @@ TEST(CategoryBarMarks, AreABarOfHoursForEachCategory)
     EXPECT_EQ(ofRole(marks, MarkRole::mark)[0].fills, gray);
 }
 
+TEST(CategoryBarMarks, HaveTheirCategorysColourAndEndAtTheLongest)
+{
+    const auto marks = categoryBarMarks(
+        std::vector{usage("development", "Work", 9000), usage("browser", "Web", 4500)}, {400, 200},
+        kFivePoints);
+    const auto bars = ofRole(marks, MarkRole::mark);
+    EXPECT_EQ(bars[0].fills, (std::vector<Tint>{{Color{0x3B, 0x82, 0xF6}}}));
+    EXPECT_EQ(bars[1].fills, (std::vector<Tint>{{Color{0xF5, 0x9E, 0x0B}}}));
+    EXPECT_DOUBLE_EQ(bounds(bars[0].shape).width, 2 * bounds(bars[1].shape).width);
+    // Behind the longest bar there is its annotation, and nothing else.
+    EXPECT_EQ(right(bounds(bars[0].shape)), 400 - 4 - 4 * 5);
+    const double row = center(bounds(bars[1].shape)).y - center(bounds(bars[0].shape)).y;
+    EXPECT_DOUBLE_EQ(bounds(bars[0].shape).height, 0.7 * row);
+    const auto annotation = std::find_if(
+        marks.begin(), marks.end(), [](const Mark& mark) { return mark.name == "2.5h"; });
+    ASSERT_NE(annotation, marks.end());
+    EXPECT_EQ(annotation->texts[0].face, (TextFace{TextFamily::monospaced, 10}));
+    EXPECT_EQ(annotation->texts[0].tint, secondaryTint());
+}
+
 TEST(TrendShares, DivideEachDayAmongItsCategories)
 {
     const auto shares = trendShares(std::vector{
@@ -149,6 +169,24 @@ TEST(CategoryTrendMarks, AreAMarkForEachSeriesAndDay)
         testing::IsSupersetOf({"0%", "20%", "40%", "60%", "80%", "100%", "La", "Lb"}));
     EXPECT_THAT(
         categoryTrendMarks(std::vector<CategoryTrendPoint>{}, {400, 250}, kFivePoints), IsEmpty());
+}
+
+TEST(CategoryTrendMarks, StackTheSeriesInTheirCategorysColour)
+{
+    const Color work{0x3B, 0x82, 0xF6};
+    const Color web{0xF5, 0x9E, 0x0B};
+    std::vector<std::vector<Tint>> painted;
+    for (const Mark& mark :
+        categoryTrendMarks(std::vector{point(20454, "development", 3), point(20454, "browser", 1)},
+            {400, 250}, kFivePoints)) {
+        if (!mark.fills.empty()) {
+            painted.push_back(mark.fills);
+        }
+    }
+    // The areas from the highest down, then the dots of the legend in the series' order.
+    EXPECT_THAT(painted,
+        ElementsAre(std::vector<Tint>{{work, 0.75}}, std::vector<Tint>{{web, 0.75}},
+            std::vector<Tint>{{web}}, std::vector<Tint>{{work}}));
 }
 
 } // namespace

@@ -76,6 +76,22 @@ TEST(AppStats, WeighKeysByTheRateOfTheirMethod)
     EXPECT_DOUBLE_EQ(apps[1].tokens, 267);
 }
 
+TEST(AppStats, TakeTheRateOfTheFirstMethodThatMatches)
+{
+    const auto tokensOf = [](std::string method) {
+        return appStats(std::vector{hour(9, {{"Editor", {1000, std::move(method)}}})})[0].tokens;
+    };
+    for (const char* method : {"English", "英文", "英文双拼"}) {
+        EXPECT_DOUBLE_EQ(tokensOf(method), 248) << method;
+    }
+    for (const char* method : {"Squirrel Shuangpin", "小鹤双拼"}) {
+        EXPECT_DOUBLE_EQ(tokensOf(method), 267) << method;
+    }
+    for (const char* method : {"quanpin", "全拼", "简体拼音", "ABC", ""}) {
+        EXPECT_DOUBLE_EQ(tokensOf(method), 152) << method;
+    }
+}
+
 TEST(KeylogSums, StayAtTheGreatestNumber)
 {
     constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max();
@@ -155,6 +171,16 @@ TEST(HourlyBarMarks, AreAsHighAsTheirShareOfTheMost)
     EXPECT_EQ(texts.size(), 3U + 12U);
 }
 
+TEST(HourlyBarMarks, StandBeforeFiveLines)
+{
+    const auto marks = hourlyBarMarks(std::vector{hour(0, {{"a", {1, ""}}})}, 482, kFourPoints);
+    for (std::size_t step = 1; step <= 5; ++step) {
+        const double y = 152 * static_cast<double>(step) / 5 - 0.25;
+        EXPECT_EQ(marks[step - 1], lineMark({0, y}, {482, y}, {SystemColor::gray, 0.15}, 0.5));
+    }
+    EXPECT_EQ(marks[5].shape, Shape(Box{{0, 12, 18, 140}, 2}));
+}
+
 TEST(HourlyBarMarks, LeaveACountOutThatHasNoRoom)
 {
     std::vector<KeylogHourly> hours;
@@ -232,6 +258,37 @@ TEST(InputMethodMarks, AreASectorForEachGroup)
     EXPECT_EQ(sectors[0].value, "3");
     EXPECT_EQ(sectors[0].fills, std::vector<Tint>{{SystemColor::blue}});
     EXPECT_EQ(sectors[1].help, "其他: 1 次 (25%)");
+}
+
+TEST(InputMethodMarks, AreARingOpenToALittleMoreThanHalf)
+{
+    const std::vector<InputMethodStat> alone{{"english", "英文", 3, SystemColor::blue}};
+    const Path ring = std::get<Path>(inputMethodMarks(alone, 180)[0].shape);
+    std::vector<Point> begins; // of the outer and the inner edge
+    for (const PathStep& step : ring) {
+        if (step.kind == PathStep::Kind::move) {
+            begins.push_back(step.to);
+        }
+    }
+    EXPECT_THAT(begins, ElementsAre(Point{90, 0}, Point{90, 70 - 0.55 * 70}));
+}
+
+TEST(InputMethodMarks, NameTheGroupsUnderTheRing)
+{
+    const std::vector<InputMethodStat> stats{
+        {"english", "英文", 3, SystemColor::blue}, {"other", "其他", 0, SystemColor::gray}};
+    const auto marks = inputMethodMarks(stats, 180);
+    EXPECT_EQ(bounds(marks[0].shape).width, 140);
+    EXPECT_DOUBLE_EQ(center(bounds(marks[0].shape)).x, 90);
+    ASSERT_EQ(marks.size(), 3U + 4U); // two sectors, one percentage, two lines
+    EXPECT_EQ(marks[3], (Mark{.shape = Circle{{4, 154.25}, 4}, .fills = {{SystemColor::blue}}}));
+    EXPECT_EQ(marks[4],
+        textMark({.place = {14, 148, 166, 12.5},
+            .text = "英文",
+            .face = {.pixels = 10},
+            .tint = secondaryTint()}));
+    EXPECT_EQ(marks[5], (Mark{.shape = Circle{{4, 170.75}, 4}, .fills = {{SystemColor::gray}}}));
+    EXPECT_EQ(bottom(bounds(marks[6].shape)), inputMethodHeight(2));
 }
 
 TEST(AppTokenMarks, FollowTheRankInColour)
