@@ -26,6 +26,8 @@ public:
 
     void setForm(ButtonForm newForm);
 
+    const QString& symbolName() const { return symbol; }
+
     QAccessible::Role accessibleRole() const override { return QAccessible::Button; }
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }

@@ -15,6 +15,8 @@ public:
     IconButton(
         const QString& symbol, int symbolPixels, const QString& name, QWidget* parent = nullptr);
 
+    const QString& symbolName() const { return symbol; }
+
     QAccessible::Role accessibleRole() const override { return QAccessible::Button; }
     QSize sizeHint() const override;
 

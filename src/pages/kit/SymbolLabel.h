@@ -14,6 +14,8 @@ public:
     SymbolLabel(const QString& symbol, int pixels, const Tint& tint, QWidget* parent = nullptr);
     SymbolLabel(const QString& symbol, int pixels, PaletteColor color, QWidget* parent = nullptr);
 
+    const QString& symbolName() const { return symbol; }
+
 protected:
     void paintEvent(QPaintEvent* event) override;
 
