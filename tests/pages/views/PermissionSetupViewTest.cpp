@@ -187,6 +187,25 @@ TEST_F(PermissionSetupViewTest, FollowsThePermissionOnlyWhileItIsShown)
     EXPECT_THAT(buttons(), ElementsAre("开始使用 Quillbrook"));
 }
 
+TEST_F(PermissionSetupViewTest, AsksNothingWhileItsWindowIsMinimized)
+{
+    open(false);
+    QWidget window;
+    view->setParent(&window);
+    view->show();
+    window.show();
+    QCoreApplication::processEvents();
+    window.showMinimized();
+    QCoreApplication::processEvents();
+    machine.accessibility.setTrusted(true);
+    machine.runFor(10);
+    machine.accessibility.setTrusted(false);
+    window.showNormal();
+    QCoreApplication::processEvents();
+    EXPECT_THAT(buttons(), Contains("打开系统设置"));
+    view->setParent(nullptr);
+}
+
 TEST_F(PermissionSetupViewTest, WhereAServiceCountsTheWordsAreThoseOfTheService)
 {
     machine.permissionGuide.setGiver(PermissionGiver::counterService);
