@@ -35,6 +35,9 @@ class SwayDesktop(WaylandDesktop):
         display = wait_for(self._x_display, "the display of X programs")
         self.env["DISPLAY"] = display
 
+    def as_owner(self, arguments):
+        return as_other_user(arguments)
+
     def _has_started(self):
         if self.compositor.poll() is not None:
             raise CannotStart("sway ended: " + self.output()[-300:])
@@ -81,7 +84,7 @@ class SwayDesktop(WaylandDesktop):
 
 class SwayTest(WaylandDesktopTest):
     def setUp(self):
-        self.open_wayland(SwayDesktop)
+        self.open_wayland(SwayDesktop, speed=60 if "idle" in self.id() else 20)
 
     def test_each_front_is_a_session(self):
         self.check_each_front_is_a_session()

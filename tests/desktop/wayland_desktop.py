@@ -5,7 +5,6 @@ import pwd
 import shutil
 import subprocess
 import sys
-import time
 
 from desktop import Desktop, DesktopTest, wait_for
 from screen_reader import ScreenReader
@@ -23,8 +22,6 @@ QT = ("org.example.Qt", "窗口 Qt")
 XTERM = ("XTerm", "com.apple.Terminal.xterm")
 OURS = "cn.tarnlow.quillbrook"
 
-NOTICE_SEC = 5.0  # of rest, before a compositor tells of it
-
 WINDOW_SCRIPT = os.path.join(os.path.dirname(os.path.abspath(__file__)), "gtk_window.py")
 
 
@@ -32,7 +29,7 @@ class WaylandDesktop(Desktop):
     """What every compositor's desktop has. The clocks of the recorder alone run fast: an idle
     notice, five seconds of the compositor's, is late by the other clocks."""
 
-    def __init__(self, speed=60):
+    def __init__(self, speed=20):
         super().__init__(speed, window_manager=None)
 
     def _start_x_server(self):
@@ -94,9 +91,13 @@ class WaylandDesktop(Desktop):
         return self._open([os.environ["QT_WINDOW"], QT[0]], QT_QPA_PLATFORM="wayland")
 
     def open_xterm(self):
-        # Its server lets in whoever runs the compositor.
-        arguments = as_other_user(["xterm", "-e", "sleep 1000"])
-        return self._open(arguments, WAYLAND_DISPLAY="none", HOME=self.home + "/run")
+        return self._open(self.as_owner(["xterm", "-e", "sleep 1000"]), WAYLAND_DISPLAY="none",
+                          HOME=self.home + "/run")
+
+    def as_owner(self, arguments):
+        """The arguments that run a program as whoever runs the compositor: the server of X
+        programs lets in nobody else."""
+        return arguments
 
     def _open(self, arguments, **extra_env):
         return self.spawn(arguments, extra_env=extra_env)
@@ -147,10 +148,13 @@ class WaylandDesktopTest(DesktopTest):
         self.start_working()
         desktop.open_gtk4()
         desktop.wait_for_session(GTK4[1], 2)
+        desktop.touch()
         desktop.open_qt()
         desktop.wait_for_session(QT[1], 3)
+        desktop.touch()
         terminal = desktop.open_xterm()
         desktop.wait_for_session(XTERM[0], 4)
+        desktop.touch()
         desktop.focus(GTK4[0])
         desktop.wait_for_session(GTK4[1], 5)
         desktop.focus("XTerm")
@@ -167,7 +171,7 @@ class WaylandDesktopTest(DesktopTest):
         _, window = self.start_working()
         desktop.kill(window)
         desktop.wait_for_idle(1)
-        desktop.let_minutes_pass(5)
+        desktop.let_minutes_pass(3)
         self.assertEqual(len(desktop.sessions()), 1, "nothing is in front")
         desktop.open_gtk4()
         desktop.touch()
@@ -176,13 +180,12 @@ class WaylandDesktopTest(DesktopTest):
     def check_a_person_who_went_is_idle(self):
         desktop = self.desktop
         self.start_working()
-        touched = time.monotonic()
         # Input was seen within the hour, so that the silence is a row without length at first.
         wait_for(desktop.idles, "an idle period")
-        # Five seconds of the compositor's clock until it tells, then what is left of five minutes.
-        self.assertGreater(time.monotonic() - touched, NOTICE_SEC)
         self.assertEqual(desktop.idles()[0], (1, 0.0, 0))
         desktop.wait_for_session(GTK3[1], 2)
+        # The silence begins a moment before the session's row at this speed of the clocks.
+        self.assertGreater(desktop.sessions()[0][3], 300 - 5)
 
         # An hour after the last input nobody is taken for present any more, until one touches it.
         desktop.let_minutes_pass(75)
@@ -196,7 +199,7 @@ class WaylandDesktopTest(DesktopTest):
     def check_a_person_at_work_is_not_idle(self):
         desktop = self.desktop
         self.start_working()
-        for _ in range(10):
+        for _ in range(5):
             desktop.touch()
             desktop.let_minutes_pass(2)
         self.assertEqual(desktop.idles(), [])
@@ -211,15 +214,6 @@ class WaylandDesktopTest(DesktopTest):
         desktop.let_minutes_pass(5)
         self.assertEqual(len(desktop.sessions()), 1, "nobody sees the window behind the lock")
         desktop.set_locked(False)
-        desktop.wait_for_session(GTK3[1], 2)
-        self.assertEqual(desktop.sessions()[1][2], 3)
-
-    def check_dark_screens(self):
-        desktop = self.desktop
-        self.start_working()
-        desktop.set_screens(False)
-        desktop.wait_for_idle(3)
-        desktop.set_screens(True)
         desktop.wait_for_session(GTK3[1], 2)
         self.assertEqual(desktop.sessions()[1][2], 3)
 

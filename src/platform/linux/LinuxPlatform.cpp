@@ -105,7 +105,7 @@ struct LinuxPlatform::Parts {
     std::unique_ptr<DisplaySession> openDisplay()
     {
         if (isOnCompositor || isXWayland(x11)) {
-            return std::make_unique<WaylandSession>(entries, mainLoop, screens);
+            return std::make_unique<WaylandSession>(entries, mainLoop, screens, sessionBus);
         }
         return std::make_unique<X11Session>(x11, entries, mainLoop, screens);
     }

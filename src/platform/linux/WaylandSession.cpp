@@ -34,7 +34,8 @@ const std::string& layoutRules()
 
 } // namespace
 
-WaylandSession::WaylandSession(DesktopEntries& entries, MainLoop& mainLoop, ScreensAsleep& screens)
+WaylandSession::WaylandSession(
+    DesktopEntries& entries, MainLoop& mainLoop, ScreensAsleep& screens, Bus& sessionBus)
     : idle(secondsSinceBoot)
     , front(entries, secondsSinceBoot)
     , sway(mainLoop, Sway::socketOfSession(), [this] { front.sourceChanged(); })
@@ -43,7 +44,10 @@ WaylandSession::WaylandSession(DesktopEntries& entries, MainLoop& mainLoop, Scre
     , swayFront(toplevels, sway)
     , compositorIdle(idle)
     , outputs(screens.teller(ScreenSource::compositorOutputs))
+    , kwin(sessionBus, [this] { front.sourceChanged(); })
+    , kdeLayout(sessionBus)
 {
+    front.add(kwin.front());
     front.add(swayFront);
     compositor.add(toplevels);
     compositor.add(compositorIdle);
@@ -54,7 +58,7 @@ WaylandSession::WaylandSession(DesktopEntries& entries, MainLoop& mainLoop, Scre
 
 std::optional<std::string> WaylandSession::layoutIdentifier() const
 {
-    const auto& layout = sway.layout();
+    const auto layout = sway.layout() ? sway.layout() : kdeLayout.description();
     return layout ? std::optional(layoutIdentifierOf(*layout, layoutRules())) : std::nullopt;
 }
 
@@ -65,7 +69,7 @@ bool WaylandSession::bring(std::uint64_t, std::string_view startupId)
         qputenv("XDG_ACTIVATION_TOKEN", QByteArray(startupId.data(), qsizetype(startupId.size())));
         return false;
     }
-    return sway.focusOwnWindow();
+    return sway.focusOwnWindow() || kwin.focusOwnWindow();
 }
 
 void WaylandSession::tellWhatIsMissing() const

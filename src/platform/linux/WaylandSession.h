@@ -4,6 +4,8 @@
 #include "platform/linux/session/DisplaySession.h"
 #include "platform/linux/session/IdleTime.h"
 #include "platform/linux/session/SessionFront.h"
+#include "platform/linux/shells/KWinScript.h"
+#include "platform/linux/shells/KdeLayout.h"
 #include "platform/linux/shells/Sway.h"
 #include "platform/linux/sleep/ScreensAsleep.h"
 #include "platform/linux/wayland/CompositorIdle.h"
@@ -18,12 +20,15 @@
 
 namespace quillbrook {
 
+class Bus;
+
 /// The session on a Wayland compositor, which answers little by itself: what it offers, and who
 /// stands beside it on the session bus, is asked together. Who comes later is taken up.
 class WaylandSession final : public DisplaySession {
 public:
     /// `screens` learns which of them the desktop has switched off.
-    WaylandSession(DesktopEntries& entries, MainLoop& mainLoop, ScreensAsleep& screens);
+    WaylandSession(
+        DesktopEntries& entries, MainLoop& mainLoop, ScreensAsleep& screens, Bus& sessionBus);
 
     WaylandSession(const WaylandSession&) = delete;
     WaylandSession& operator=(const WaylandSession&) = delete;
@@ -47,6 +52,8 @@ private:
     SwayFront swayFront;
     CompositorIdle compositorIdle;
     CompositorOutputs outputs;
+    KWinScript kwin;
+    KdeLayout kdeLayout;
 
     Lifetime lifetime{};
 };
