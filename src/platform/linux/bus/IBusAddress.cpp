@@ -2,7 +2,9 @@
 
 #include "platform/linux/bus/InputMethodNames.h"
 
+#include <QDateTime>
 #include <QFile>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 namespace quillbrook {
@@ -29,10 +31,19 @@ QString displayNumber()
     return display.section(QLatin1Char(':'), 1).section(QLatin1Char('.'), 0, 0);
 }
 
+/// The file for this display, which a Wayland desktop may have by its own name beside that of the X
+/// server that is its guest: the one that was written last.
 QString addressFile()
 {
-    return ibusAddressDirectory() + QLatin1Char('/') + machineId() + QStringLiteral("-unix-")
-        + displayNumber();
+    QFileInfo newest;
+    for (const QString& display : {qEnvironmentVariable("WAYLAND_DISPLAY"), displayNumber()}) {
+        const QFileInfo file(ibusAddressDirectory() + QLatin1Char('/') + machineId()
+            + QStringLiteral("-unix-") + display);
+        if (!newest.exists() || (file.exists() && file.lastModified() > newest.lastModified())) {
+            newest = file;
+        }
+    }
+    return newest.filePath();
 }
 
 } // namespace
