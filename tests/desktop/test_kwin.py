@@ -126,6 +126,14 @@ class KWinDesktop(WaylandDesktop):
         self.ask("windows.filter(w => String(w.resourceClass).toLowerCase() == '%s').map("
                  "w => { workspace.activeClient = w; return 0; })" % name.lower())
 
+    def minimise(self, name):
+        self.ask("windows.filter(w => w.resourceClass == '%s').map("
+                 "w => { w.minimized = true; return 0; })" % name)
+
+    def restore(self, name):
+        self.ask("windows.filter(w => w.resourceClass == '%s').map("
+                 "w => { w.minimized = false; workspace.activeClient = w; return 0; })" % name)
+
     def focused(self):
         """The application id of the window in front; none when there is none."""
         return self.ask("workspace.activeClient ? workspace.activeClient.resourceClass : null")
@@ -143,6 +151,9 @@ class KWinTest(WaylandDesktopTest):
 
     def test_nothing_in_front_is_nobody(self):
         self.check_nothing_in_front_is_nobody()
+
+    def test_a_minimised_window_is_not_in_front(self):
+        self.check_a_minimised_window_is_not_in_front()
 
     def test_a_person_who_went_is_idle(self):
         self.check_a_person_who_went_is_idle()

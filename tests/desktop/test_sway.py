@@ -13,6 +13,7 @@ from wayland_desktop import (CannotStart, GTK3, OURS, WaylandDesktop, WaylandDes
 CONFIG = """xwayland enable
 default_border none
 input * xkb_layout us,de
+exec echo $DISPLAY > {0}.new && mv {0}.new {0}
 """
 
 
@@ -22,7 +23,7 @@ class SwayDesktop(WaylandDesktop):
         folder = self.home + "/run"
         config = self.home + "/sway.conf"
         with open(config, "w", encoding="utf-8") as file:
-            file.write(CONFIG)
+            file.write(CONFIG.format(folder + "/display"))
         os.chmod(self.home, 0o755)
         self.compositor = self.spawn(
             as_other_user(["sway", "--config", config], folder),
@@ -32,8 +33,8 @@ class SwayDesktop(WaylandDesktop):
         self.env["WAYLAND_DISPLAY"] = os.path.basename(
             glob.glob(folder + "/wayland-?")[0])
         self.env["SWAYSOCK"] = glob.glob(folder + "/sway-ipc*.sock")[0]
-        display = wait_for(self._x_display, "the display of X programs")
-        self.env["DISPLAY"] = display
+        with open(folder + "/display", encoding="ascii") as file:
+            self.env["DISPLAY"] = file.read().strip()
 
     def as_owner(self, arguments):
         return as_other_user(arguments)
@@ -41,14 +42,7 @@ class SwayDesktop(WaylandDesktop):
     def _has_started(self):
         if self.compositor.poll() is not None:
             raise CannotStart("sway ended: " + self.output()[-300:])
-        return (glob.glob(self.home + "/run/sway-ipc*.sock")
-                and glob.glob(self.home + "/run/wayland-?"))
-
-    def _x_display(self):
-        path = self.home + "/run/display"
-        self.sway("exec echo $DISPLAY > " + path)
-        return wait_for(lambda: os.path.exists(path) and open(path, encoding="ascii").read().strip(),
-                        "the answer of sway")
+        return os.path.exists(self.home + "/run/display")
 
     def sway(self, *command):
         subprocess.run(["swaymsg", "--", *command], env=self.env, check=False, timeout=60,
@@ -73,6 +67,12 @@ class SwayDesktop(WaylandDesktop):
         """Brings the windows of an application id, or of a class, to the front."""
         self.sway('[app_id="%s"] focus' % name)
         self.sway('[class="%s"] focus' % name)
+
+    def minimise(self, name):
+        self.sway('[app_id="%s"] move scratchpad' % name)
+
+    def restore(self, name):
+        self.sway('[app_id="%s"] scratchpad show' % name)
 
     def focused(self):
         """The application id of the window in front; none when there is none."""
@@ -101,6 +101,9 @@ class SwayTest(WaylandDesktopTest):
         desktop.touch()
         desktop.wait_for_session(GTK3[1], 2)
         self.assertNotIn("桌面", desktop.session_names())
+
+    def test_a_minimised_window_is_not_in_front(self):
+        self.check_a_minimised_window_is_not_in_front()
 
     def test_a_person_who_went_is_idle(self):
         self.check_a_person_who_went_is_idle()

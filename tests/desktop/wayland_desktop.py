@@ -177,6 +177,15 @@ class WaylandDesktopTest(DesktopTest):
         desktop.touch()
         desktop.wait_for_session(GTK4[1], 2)
 
+    def check_a_minimised_window_is_not_in_front(self):
+        desktop = self.desktop
+        self.start_working()
+        desktop.minimise(GTK3[0])
+        desktop.wait_for_idle(1)
+        desktop.restore(GTK3[0])
+        desktop.touch()
+        desktop.wait_for_session(GTK3[1], 2)
+
     def check_a_person_who_went_is_idle(self):
         desktop = self.desktop
         self.start_working()
