@@ -6,7 +6,10 @@ import os
 import subprocess
 import unittest
 
+from dashboard import Dashboard
 from desktop import wait_for
+from screen_reader import ScreenReader
+from test_sharing import SIDEBAR, png_size
 from wayland_desktop import (CannotStart, GTK3, OURS, WaylandDesktop, WaylandDesktopTest,
                              as_other_user, require)
 
@@ -81,6 +84,20 @@ class SwayDesktop(WaylandDesktop):
     def touch(self):
         self.tool("wtype", "a")
 
+    def plug_in_keyboard(self):
+        """Gives windows the keys for good. `wtype` alone takes its keyboard with it when it ends,
+        and the keys of the window with that."""
+        self.spawn(["wtype", "-s", "1000000"])
+
+    def press(self, *keys):
+        for key in keys:
+            self.tool("wtype", "-k", key)
+
+    def clipboard(self):
+        """What another program gets when it asks for a PNG."""
+        return subprocess.run(["wl-paste", "--type", "image/png"], env=self.env, check=False,
+                              capture_output=True, timeout=60).stdout
+
 
 class SwayTest(WaylandDesktopTest):
     def setUp(self):
@@ -119,6 +136,18 @@ class SwayTest(WaylandDesktopTest):
 
     def test_a_dead_compositor_blocks_nobody(self):
         self.check_a_dead_compositor_blocks_nobody()
+
+    def test_other_programs_get_the_copied_picture(self):
+        desktop = self.desktop
+        desktop.start_recorder_and_show()
+        desktop.plug_in_keyboard()
+        reader = ScreenReader(desktop)
+        wait_for(reader.focused, "the keys")
+        Dashboard(desktop, reader).tab_to("push button", "分享")
+        self.assertEqual(desktop.clipboard(), b"")
+        desktop.press("space", "Down", "Return")  # the menu takes the keys at once
+        width, height = reader.wait_for("frame", "Quillbrook").rect[2:]
+        wait_for(lambda: png_size(desktop.clipboard()) == (width - SIDEBAR, height), "the picture")
 
     def test_without_sways_own_socket(self):
         desktop = self.desktop
