@@ -5,6 +5,7 @@
 #include "platform/linux/bus/Bus.h"
 #include "platform/linux/bus/Calls.h"
 #include "platform/linux/words/Notice.h"
+#include "platform/linux/words/OutsideName.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -196,7 +197,7 @@ void KeyCounterClient::failed(const std::string& reason)
     // One failure may be that of a service that starts anew.
     if (failures > 0) {
         state = State::missing;
-        tellOnce(isMissingTold, "按键计数服务不可用，暂不统计按键: " + reason);
+        tellOnce(isMissingTold, "按键计数服务不可用，暂不统计按键: " + outsideName(reason));
     }
     if (failures == kRetryDelaysSec.size()) {
         return;

@@ -14,6 +14,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -55,7 +56,7 @@ public:
         if (call.member() == QLatin1String("Unsubscribe")) {
             subscriber.clear();
         } else if (++subscriptions; isRefusing) {
-            return connection.send(call.createErrorReply(QDBusError::AccessDenied, "no seat"));
+            return connection.send(call.createErrorReply(QDBusError::AccessDenied, refusal));
         } else {
             subscriber = call.service();
         }
@@ -74,6 +75,7 @@ public:
     QString subscriber{};
     int subscriptions = 0;
     bool isRefusing = false;
+    QString refusal = QStringLiteral("no seat");
     bool isSilent = false;
 
 private:
@@ -161,6 +163,20 @@ TEST_F(KeyCounterClientTest, IsNotPossibleWhereTheServiceFailsTwice)
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
         "quillbrook: 按键计数服务不可用，暂不统计按键: no seat\n");
     EXPECT_EQ(fake.subscriptions, 2);
+}
+
+TEST_F(KeyCounterClientTest, WhateverARefusalSaysIsOneShortLine)
+{
+    fake.isRefusing = true;
+    fake.refusal = "no\nseat " + QString(10'000, u'x');
+    fake.come();
+    testing::internal::CaptureStderr();
+    startClient();
+    ASSERT_TRUE(waitFor([this] { return fake.subscriptions == 2; }));
+    passOnWhatWasTold();
+    const std::string told = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(std::ranges::count(told, '\n'), 1);
+    EXPECT_LT(told.size(), 400);
 }
 
 TEST_F(KeyCounterClientTest, AsksOneThatRefusedAgainNowAndThen)
