@@ -14,6 +14,7 @@ from desktop import wait_for
 from keyboard_grab import is_keyboard_grabbed
 
 SHEET = "App 分类管理"
+PANEL = "关于 Quillbrook"
 YEAR = 2026
 BIRTH_YEAR = 1988
 APP, CLOSE = 1, 5  # columns of Sessions
@@ -155,6 +156,17 @@ class WalkPagesTest(DashboardTest):
         self.wait_for_rows(expected.idle_rows(self.record("Idles", "今日"), NOW))
         self.assert_all_pressed()
 
+    def test_about(self):
+        self.start()
+        self.desktop.click(self.reader.wait_for("push button", "关于").center)
+        self.reader.wait_for("label", "Linux 原生程序，只用发行版提供的开源库")
+        wait_for(lambda: self.desktop.last_page() == "关于", "the about page on disk")
+        self.dashboard.press("push button", "隐私政策 →")
+        self.wait_for_front("隐私政策")
+        self.desktop.press("Escape")
+        self.wait_for_front("Quillbrook")
+        self.assert_all_pressed()
+
     def test_the_window(self):
         self.start()
         self.check_sharing()
@@ -163,9 +175,10 @@ class WalkPagesTest(DashboardTest):
         self.add_session("Slack")
         self.choose_in_menu("刷新数据")
         self.wait_for_focus_page(self.record("Focus", "今日"))
-        self.choose_in_menu("关于")
-        wait_for(lambda: self.desktop.last_page() == "关于", "the about page on disk")
-        wait_for(lambda: not self.dashboard.is_checked("list item", "Focus"), "the about page")
+        self.choose_in_menu(PANEL)
+        self.wait_for_front(PANEL)
+        self.desktop.press("Escape")
+        self.wait_for_front("Quillbrook")
         self.choose_in_menu("关闭窗口")
         wait_for(lambda: not self.desktop.windows("Quillbrook"), "the end of the window")
         self.assertEqual(self.desktop.start_recorder().wait(timeout=60), 0)
