@@ -49,7 +49,7 @@ struct SetupButton {
 /// What can be done now.
 struct SetupActions {
     std::string confirmation{}; // in green above the buttons; empty for none
-    std::vector<SetupButton> buttons{}; // the first is the one that leads on
+    std::vector<SetupButton> buttons{}; // never none; the first leads on
     std::string skip{}; // the button to go on without the permission; empty for none
 };
 

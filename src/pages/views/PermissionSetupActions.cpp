@@ -12,6 +12,8 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include <span>
+
 namespace quillbrook {
 
 namespace {
@@ -33,11 +35,9 @@ PermissionSetupActions::PermissionSetupActions(const SetupActions& content, QWid
     if (!content.confirmation.empty()) {
         addConfirmation(toQString(content.confirmation));
     }
-    for (const SetupButton& each : content.buttons) {
-        auto* button = addButton(each);
-        if (first == nullptr) {
-            first = button;
-        }
+    first = addButton(content.buttons.front());
+    for (const SetupButton& each : std::span(content.buttons).subspan(1)) {
+        addButton(each);
     }
     first->setForm(ButtonForm::prominent);
     if (!content.confirmation.empty()) {
