@@ -77,11 +77,20 @@ class ScriptsTest(unittest.TestCase):
         for arguments in ((), ("all",), ("--list",)):
             self.assertEqual(self.run_script("bootstrap", *arguments).returncode, 2)
 
+    def tools(self):
+        """A directory of what the scripts call, as this machine may have more."""
+        tools = self.root / "tools"
+        tools.mkdir()
+        for name in ("bash", "cat", "cp", "dirname", "mkdir"):
+            (tools / name).symlink_to(shutil.which(name))
+        return tools
+
     def prepare_run(self):
         for name in ("bootstrap", "private-desktop"):
             self.stand_in(self.root / "scripts" / name)
         self.stand_in(self.bin / "cmake")
         self.stand_in(self.root / "build/program/src/shell/quillbrook")
+        self.environment["PATH"] = f"{self.bin}:{self.tools()}"
 
     def test_on_a_desktop_the_program_starts_without_another(self):
         self.prepare_run()
@@ -90,6 +99,23 @@ class ScriptsTest(unittest.TestCase):
         self.assertEqual(self.run_script("run").returncode, 0)
         self.assertEqual(self.calls()[0], "bootstrap run")
         self.assertNotIn("bootstrap desktop", self.calls())
+        self.assertEqual(self.calls()[-1].strip(), "quillbrook")
+
+    def test_under_gnome_the_extension_is_installed_for_the_user(self):
+        self.prepare_run()
+        self.environment["WAYLAND_DISPLAY"] = "wayland-0"
+        self.stand_in(self.bin / "gnome-shell")
+        extension = self.root / "build/program/extension"
+        built = extension / "legacy/quillbrook@tarnlow.cn"
+        built.mkdir(parents=True)
+        (built / "extension.js").write_text("new")
+        (extension / "form").write_text("legacy")
+        installed = self.root / ".local/share/gnome-shell/extensions/quillbrook@tarnlow.cn"
+        installed.mkdir(parents=True)
+        (installed / "extension.js").write_text("old")
+        done = self.run_script("run")
+        self.assertEqual(done.returncode, 0, done.stderr)
+        self.assertEqual((installed / "extension.js").read_text(), "new")
         self.assertEqual(self.calls()[-1].strip(), "quillbrook")
 
     def test_without_a_display_one_is_made(self):
