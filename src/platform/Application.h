@@ -11,12 +11,13 @@ enum class ActivationPolicy : std::uint8_t {
     accessory, ///< in the menu bar only
 };
 
-/// A question of grave weight with two answers.
+/// A question with two answers, or word with one.
 struct Alert {
     std::string message{};
     std::string informativeText{};
     std::string firstButton{};
-    std::string secondButton{};
+    std::string secondButton{}; // empty for none
+    bool isGrave = true; // in how it looks
 };
 
 enum class AlertAnswer : std::uint8_t {

@@ -7,6 +7,7 @@ class BundleValues;
 class ChildProcess;
 class Clock;
 class DesktopAppearance;
+class DesktopExtension;
 class Directories;
 class HostFacts;
 class HumanInput;
@@ -19,6 +20,7 @@ class LoginItem;
 class MainLoop;
 class Notices;
 class PermissionGuide;
+class PanelItem;
 class SystemSound;
 class TimeZone;
 class UserDefaults;
@@ -51,6 +53,8 @@ struct Platform {
     WindowActivation& windowActivation;
     SystemSound& systemSound;
     PermissionGuide& permissionGuide;
+    PanelItem& panelItem;
+    DesktopExtension& desktopExtension;
 };
 
 } // namespace quillbrook

@@ -111,7 +111,9 @@ protected:
             .notices = p.notices,
             .windowActivation = p.windowActivation,
             .systemSound = p.systemSound,
-            .permissionGuide = p.permissionGuide};
+            .permissionGuide = p.permissionGuide,
+            .panelItem = p.panelItem,
+            .desktopExtension = p.desktopExtension};
     }
 
     ThreadedMainLoop loop{};

@@ -12,11 +12,15 @@
 #include "platform/linux/applications/AutostartLoginItem.h"
 #include "platform/linux/applications/DesktopEntries.h"
 #include "platform/linux/bus/Bus.h"
+#include "platform/linux/bus/BusInstance.h"
 #include "platform/linux/bus/BusPermissionGuide.h"
 #include "platform/linux/bus/Logind.h"
 #include "platform/linux/bus/NotificationIcon.h"
 #include "platform/linux/bus/Notifications.h"
 #include "platform/linux/bus/ScreenSaverSignals.h"
+#include "platform/linux/gnome/MutterScreens.h"
+#include "platform/linux/gnome/ShellExtension.h"
+#include "platform/linux/gnome/ShellExtensionSwitch.h"
 #include "platform/linux/proc/ProcIdleMemory.h"
 #include "platform/linux/proc/ProcKernelFigures.h"
 #include "platform/linux/sleep/BelatedClock.h"
@@ -105,7 +109,8 @@ struct LinuxPlatform::Parts {
     std::unique_ptr<DisplaySession> openDisplay()
     {
         if (isOnCompositor || isXWayland(x11)) {
-            return std::make_unique<WaylandSession>(entries, mainLoop, screens, sessionBus);
+            return std::make_unique<WaylandSession>(
+                entries, mainLoop, screens, sessionBus, extension);
         }
         return std::make_unique<X11Session>(x11, entries, mainLoop, screens);
     }
@@ -138,12 +143,15 @@ struct LinuxPlatform::Parts {
     Bus sessionBus{Bus::Kind::session, mainLoop, workQueues};
     Bus systemBus{Bus::Kind::system, mainLoop, workQueues};
 
+    ShellExtension extension{BusInstance::connection()};
+    ShellExtensionSwitch extensionSwitch{sessionBus, ShellExtensionSwitch::standardFolders()};
     bool isOnCompositor = WaylandConnection::isCompositorThere();
     X11Connection x11{isOnCompositor ? OpensX11::no : OpensX11::yes};
     std::unique_ptr<DisplaySession> display{openDisplay()};
     CanberraSound systemSound{x11};
 
     ScreenSaverSignals desktopSaver{sessionBus, screens.teller(ScreenSource::desktopSaver)};
+    MutterScreens mutterScreens{sessionBus, screens.teller(ScreenSource::desktopPower)};
     Logind logind;
 
     LinuxAppearance appearance{sessionBus, x11, mainLoop};
@@ -199,7 +207,9 @@ Platform LinuxPlatform::platform()
         .notices = parts->notices,
         .windowActivation = *parts->display,
         .systemSound = parts->systemSound,
-        .permissionGuide = parts->permissionGuide};
+        .permissionGuide = parts->permissionGuide,
+        .panelItem = parts->extension,
+        .desktopExtension = parts->extensionSwitch};
 }
 
 } // namespace quillbrook

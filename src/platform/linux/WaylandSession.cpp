@@ -1,6 +1,7 @@
 #include "platform/linux/WaylandSession.h"
 
 #include "platform/MainLoop.h"
+#include "platform/linux/gnome/ShellExtension.h"
 #include "platform/linux/session/LayoutNames.h"
 #include "platform/linux/sleep/KernelTime.h"
 #include "platform/linux/words/Notice.h"
@@ -34,8 +35,8 @@ const std::string& layoutRules()
 
 } // namespace
 
-WaylandSession::WaylandSession(
-    DesktopEntries& entries, MainLoop& mainLoop, ScreensAsleep& screens, Bus& sessionBus)
+WaylandSession::WaylandSession(DesktopEntries& entries, MainLoop& mainLoop, ScreensAsleep& screens,
+    Bus& sessionBus, ShellExtension& extension)
     : idle(secondsSinceBoot)
     , front(entries, secondsSinceBoot)
     , sway(mainLoop, Sway::socketOfSession(), [this] { front.sourceChanged(); })
@@ -46,9 +47,13 @@ WaylandSession::WaylandSession(
     , outputs(screens.teller(ScreenSource::compositorOutputs))
     , kwin(sessionBus, [this] { front.sourceChanged(); })
     , kdeLayout(sessionBus)
+    , mutterIdle(sessionBus, idle)
+    , gnomeSources(sessionBus)
 {
     front.add(kwin.front());
     front.add(swayFront);
+    front.add(extension);
+    extension.whenFrontChanges([this] { front.sourceChanged(); });
     compositor.add(toplevels);
     compositor.add(compositorIdle);
     compositor.add(outputs);
@@ -59,7 +64,7 @@ WaylandSession::WaylandSession(
 std::optional<std::string> WaylandSession::layoutIdentifier() const
 {
     const auto layout = sway.layout() ? sway.layout() : kdeLayout.description();
-    return layout ? std::optional(layoutIdentifierOf(*layout, layoutRules())) : std::nullopt;
+    return layout ? layoutIdentifierOf(*layout, layoutRules()) : gnomeSources.identifier();
 }
 
 bool WaylandSession::bring(std::uint64_t, std::string_view startupId)

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "base/Lifetime.h"
+#include "platform/linux/gnome/GnomeInputSources.h"
+#include "platform/linux/gnome/MutterIdle.h"
 #include "platform/linux/session/DisplaySession.h"
 #include "platform/linux/session/IdleTime.h"
 #include "platform/linux/session/SessionFront.h"
@@ -21,14 +23,15 @@
 namespace quillbrook {
 
 class Bus;
+class ShellExtension;
 
 /// The session on a Wayland compositor, which answers little by itself: what it offers, and who
 /// stands beside it on the session bus, is asked together. Who comes later is taken up.
 class WaylandSession final : public DisplaySession {
 public:
     /// `screens` learns which of them the desktop has switched off.
-    WaylandSession(
-        DesktopEntries& entries, MainLoop& mainLoop, ScreensAsleep& screens, Bus& sessionBus);
+    WaylandSession(DesktopEntries& entries, MainLoop& mainLoop, ScreensAsleep& screens,
+        Bus& sessionBus, ShellExtension& extension);
 
     WaylandSession(const WaylandSession&) = delete;
     WaylandSession& operator=(const WaylandSession&) = delete;
@@ -54,6 +57,8 @@ private:
     CompositorOutputs outputs;
     KWinScript kwin;
     KdeLayout kdeLayout;
+    MutterIdle mutterIdle;
+    GnomeInputSources gnomeSources;
 
     Lifetime lifetime{};
 };

@@ -37,7 +37,9 @@ Platform VirtualMachine::platform()
         .notices = notices,
         .windowActivation = windowActivation,
         .systemSound = systemSound,
-        .permissionGuide = permissionGuide};
+        .permissionGuide = permissionGuide,
+        .panelItem = panelItem,
+        .desktopExtension = desktopExtension};
 }
 
 void VirtualMachine::bringToFront(std::string name, std::string bundleIdentifier)

@@ -7,6 +7,7 @@
 #include "platform/virtual/VirtualBundleValues.h"
 #include "platform/virtual/VirtualChildProcess.h"
 #include "platform/virtual/VirtualClock.h"
+#include "platform/virtual/VirtualDesktopExtension.h"
 #include "platform/virtual/VirtualDirectories.h"
 #include "platform/virtual/VirtualHostFacts.h"
 #include "platform/virtual/VirtualHumanInput.h"
@@ -18,6 +19,7 @@
 #include "platform/virtual/VirtualLoginItem.h"
 #include "platform/virtual/VirtualMainLoop.h"
 #include "platform/virtual/VirtualNotices.h"
+#include "platform/virtual/VirtualPanelItem.h"
 #include "platform/virtual/VirtualPermissionGuide.h"
 #include "platform/virtual/VirtualSystemSound.h"
 #include "platform/virtual/VirtualTimeVfs.h"
@@ -76,6 +78,8 @@ public:
     VirtualWindowActivation windowActivation{};
     VirtualSystemSound systemSound{mainLoop};
     VirtualPermissionGuide permissionGuide{};
+    VirtualPanelItem panelItem{};
+    VirtualDesktopExtension desktopExtension{};
 
 private:
     VirtualTimeVfs timeVfs{clock};

@@ -54,6 +54,11 @@ BusInstance::~BusInstance()
     QDBusConnection::disconnectFromBus(kConnection);
 }
 
+QDBusConnection BusInstance::connection()
+{
+    return QDBusConnection(kConnection);
+}
+
 bool BusInstance::handOver()
 {
     if (hasName || !bus.isConnected()) {

@@ -25,6 +25,9 @@ public:
     BusInstance(const BusInstance&) = delete;
     BusInstance& operator=(const BusInstance&) = delete;
 
+    /// The connection that claims the name; not connected where there is no bus.
+    static QDBusConnection connection();
+
     bool handOver() override;
     void onReopen(std::function<void(const std::string& startupId)> body) override
     {

@@ -44,7 +44,9 @@ protected:
             .notices = plain.notices,
             .windowActivation = plain.windowActivation,
             .systemSound = plain.systemSound,
-            .permissionGuide = plain.permissionGuide});
+            .permissionGuide = plain.permissionGuide,
+            .panelItem = plain.panelItem,
+            .desktopExtension = plain.desktopExtension});
         startWorkingIn("Editor"); // its session begins at 60
         machine.runFor(40.5);
     }

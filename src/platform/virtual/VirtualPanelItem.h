@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/PanelItem.h"
+
+#include <string>
+#include <utility>
+
+namespace quillbrook {
+
+/// A panel that takes what it is given, and whose menu a test opens.
+class VirtualPanelItem final : public PanelItem {
+public:
+    void show(const PanelItemContent& content) override { kept = content; }
+    void setHandlers(Handlers next) override { handlers = std::move(next); }
+
+    const PanelItemContent& shown() const { return kept; }
+
+    void openMenu() { handlers.menuOpens(); }
+    void choose(std::uint32_t id, const std::string& startupId) { handlers.chosen(id, startupId); }
+
+private:
+    PanelItemContent kept{};
+    Handlers handlers{};
+};
+
+} // namespace quillbrook
