@@ -23,6 +23,11 @@ void AppDelegate::launch()
     menuBar = std::make_unique<MenuBar>(
         *menuVM, platform.notices, [this](MenuAction action) { perform(action); });
     menuBar->show();
+    panelLabel = std::make_unique<PanelLabel>(
+        *menuVM, platform.panelItem, [this](MenuAction action, const std::string& startupId) {
+            const auto request = application.actFor(startupId);
+            perform(action);
+        });
 }
 
 void AppDelegate::reopen(const std::string& startupId)
@@ -50,6 +55,12 @@ void AppDelegate::showPermissionSetup(bool isNewVersion, std::function<void()> o
             application.activate();
         }
     }));
+}
+
+void AppDelegate::showDashboard()
+{
+    showPage(std::nullopt);
+    extensionOffer.begin();
 }
 
 void AppDelegate::closePermissionSetup()

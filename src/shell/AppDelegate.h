@@ -7,8 +7,10 @@
 #include "shell/AboutPanelController.h"
 #include "shell/DashboardWindowController.h"
 #include "shell/MenuBar.h"
+#include "shell/PanelLabel.h"
 #include "shell/QtApplication.h"
 #include "shell/model/CrashReporter.h"
+#include "shell/model/ExtensionOffer.h"
 #include "shell/model/LaunchFlow.h"
 #include "shell/model/LaunchSurfaces.h"
 #include "shell/model/MenuBarVM.h"
@@ -45,7 +47,7 @@ public:
 
     CrashReporter& reporter() { return crashReporter; }
 
-    void showDashboard() override { showPage(std::nullopt); }
+    void showDashboard() override;
     void showPermissionSetup(bool isNewVersion, std::function<void()> onComplete) override;
     void closePermissionSetup() override;
     void patchAboutMenuItem() override;
@@ -65,6 +67,7 @@ private:
             .surfaces = *this,
             .engine = engine,
             .crashReporter = crashReporter}};
+    ExtensionOffer extensionOffer{platform, application};
     std::unique_ptr<DesktopLook> look{}; // made before the first window, as it costs memory
     DashboardWindowController dashboard{platform, application,
         [this](std::string_view page) { crashReporter.updateHeartbeat(page); },
@@ -73,6 +76,8 @@ private:
     std::unique_ptr<PermissionSetupWindow> permissionWindow{};
     std::unique_ptr<MenuBarVM> menuVM{};
     std::unique_ptr<MenuBar> menuBar{};
+    std::unique_ptr<PanelLabel> panelLabel{};
+
     Lifetime lifetime{};
 };
 

@@ -91,11 +91,14 @@ QWidget* QtApplication::keyWindow() const
 AlertAnswer QtApplication::runAlert(const Alert& alert)
 {
     styleWindows();
-    QMessageBox box(QMessageBox::Critical, QString(), toQString(alert.message));
+    QMessageBox box(alert.isGrave ? QMessageBox::Critical : QMessageBox::Information, QString(),
+        toQString(alert.message));
     box.setWindowIcon(appIcon());
     box.setInformativeText(toQString(alert.informativeText));
     const auto* first = box.addButton(toQString(alert.firstButton), QMessageBox::AcceptRole);
-    box.addButton(toQString(alert.secondButton), QMessageBox::RejectRole);
+    if (!alert.secondButton.empty()) {
+        box.addButton(toQString(alert.secondButton), QMessageBox::RejectRole);
+    }
     box.exec();
     return box.clickedButton() == first ? AlertAnswer::firstButton : AlertAnswer::secondButton;
 }
