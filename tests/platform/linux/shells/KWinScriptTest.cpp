@@ -98,8 +98,11 @@ TEST_F(KWinScriptTest, OneThatLosesItsNameIsAStranger)
 TEST_F(KWinScriptTest, AKWinThatComesAgainGetsItsScriptAgain)
 {
     ASSERT_TRUE(isLoaded(1));
+    report(kwin.bus, "org.example.app", 1);
+    ASSERT_EQ(inFront(), "org.example.app");
     kwin.leave();
-    ASSERT_TRUE(becomesTrue([this] { return !kwinScript->focusOwnWindow(); }));
+    ASSERT_TRUE(becomesTrue([this] { return inFront() == "none"; }));
+    EXPECT_FALSE(kwinScript->focusOwnWindow());
     kwin.comeBack();
     EXPECT_TRUE(isLoaded(2));
 }
