@@ -30,11 +30,14 @@ QWidget* AboutPanelController::shownWindow() const
 
 void AboutPanelController::show()
 {
-    if (!aboutWindow || !aboutWindow->isVisible()) {
+    const bool isNew = !aboutWindow || !aboutWindow->isVisible();
+    if (isNew) {
         makeWindow();
-        application.setActivationPolicy(ActivationPolicy::regular);
     }
     application.makeKey(aboutWindow->winId());
+    if (isNew) {
+        application.setActivationPolicy(ActivationPolicy::regular);
+    }
     application.activate();
 }
 

@@ -52,7 +52,7 @@ TEST_F(SetupPageTest, StandsReadyToBegin)
     EXPECT_EQ(text("--trusted true"), found);
 }
 
-TEST_F(SetupPageTest, LeadsToThePermissionInTheDescribedWords)
+TEST_F(SetupPageTest, LeadsToThePermissionThroughTheSettings)
 {
     const std::string found = text("--trusted false");
     EXPECT_THAT(found, HasSubstr(button("打开系统设置")));

@@ -347,6 +347,12 @@ QFont monospacedFont(TextStyle style)
     return monospacedFont(set.pixels, set.weight);
 }
 
+QFont codeFont(TextStyle style)
+{
+    const Style set = kStyles[static_cast<std::size_t>(style)];
+    return fontOf({"JetBrains Mono", kSansHan, kEmoji}, set.pixels, set.weight);
+}
+
 QFont font(const TextFace& face)
 {
     const QFont::Weight weight = weightOf(face.weight);

@@ -76,6 +76,9 @@ QFont serifFont(int pixels, QFont::Weight weight = QFont::Normal);
 /// interface's font stands in, a little stronger.
 QFont monospacedFont(int pixels, QFont::Weight weight = QFont::Normal);
 QFont monospacedFont(TextStyle style);
+
+/// Monospaced in its letters too, at every size: for names, whereas small figures take the above.
+QFont codeFont(TextStyle style);
 QFont font(const TextFace& face);
 
 } // namespace Look

@@ -54,7 +54,7 @@ QHBoxLayout* featureRow(const Feature& feature)
 
 TagLabel* techTag(std::string_view text)
 {
-    return new TagLabel(toQString(text), Look::monospacedFont(TextStyle::caption), kTagForm);
+    return new TagLabel(toQString(text), Look::codeFont(TextStyle::caption), kTagForm);
 }
 
 LinkButton* documentLink(const QString& text, std::string_view address)

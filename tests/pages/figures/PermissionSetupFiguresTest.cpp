@@ -268,9 +268,9 @@ TEST(SetupActionsTest, WhereAServiceCountsTheButtonsLeadToIt)
     EXPECT_EQ(setupActions(state).skip, "跳过（键盘监控不可用）");
     EXPECT_EQ(marksOf(state), marksOf(kFirstLaunch));
     for (PermissionState each : {kGranted, kUpdated, kGrantedAnew}) {
-        const auto described = setupActions(each).buttons;
+        const auto withSettings = setupActions(each).buttons;
         each.giver = PermissionGiver::counterService;
-        EXPECT_EQ(setupActions(each).buttons, described);
+        EXPECT_EQ(setupActions(each).buttons, withSettings);
     }
 }
 

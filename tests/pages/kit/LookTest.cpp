@@ -127,6 +127,14 @@ TEST(Look, KeepsTheStemsOfSmallLettersApart)
     }
 }
 
+TEST(Look, WritesCodeInLettersOfOneWidth)
+{
+    const QFontMetricsF metrics(Look::codeFont(TextStyle::caption));
+    EXPECT_EQ(metrics.horizontalAdvance("iii"), metrics.horizontalAdvance("WWW"));
+    EXPECT_EQ(
+        Look::codeFont(TextStyle::caption).pixelSize(), Look::font(TextStyle::caption).pixelSize());
+}
+
 TEST(Look, LeavesSmallZerosOpen)
 {
     for (int pixels = 7; pixels <= 11; ++pixels) {

@@ -1,3 +1,4 @@
+#include "pages/figures/AboutFigures.h"
 #include "pages/kit/BorderedButton.h"
 #include "pages/kit/FigureCard.h"
 #include "pages/kit/IconButton.h"
@@ -10,6 +11,7 @@
 #include "pages/kit/SegmentedPicker.h"
 #include "pages/kit/SymbolLabel.h"
 #include "pages/kit/TintedLabel.h"
+#include "pages/views/AboutView.h"
 #include "pages/views/AlertsView.h"
 #include "pages/views/FocusView.h"
 #include "pages/views/HabitView.h"
@@ -204,6 +206,17 @@ TEST_F(PageFormTest, OfFuture)
     EXPECT_THAT(spacing(*page), ElementsAre(24, 16, 20));
     EXPECT_EQ(betweenCards(*page), 16);
     EXPECT_EQ(part<quillbrook::Panel>(*page).contentsMargins(), QMargins(20, 20, 20, 20));
+}
+
+TEST_F(PageFormTest, OfAbout)
+{
+    const auto page = shownPage<AboutView>({});
+    std::vector<std::string> expected{"chart.bar.doc.horizontal"};
+    for (const Feature& feature : kFeatures) {
+        expected.emplace_back(feature.symbol);
+    }
+    expected.emplace_back("lock.shield.fill");
+    EXPECT_EQ(symbols(*page), expected);
 }
 
 } // namespace

@@ -1,4 +1,8 @@
 #include "pages/views/PermissionSetupView.h"
+#include "pages/kit/BorderedButton.h"
+#include "pages/kit/Look.h"
+#include "pages/kit/SymbolLabel.h"
+#include "pages/kit/TintedLabel.h"
 #include "platform/virtual/VirtualMachine.h"
 #include "support/AccessibleEvents.h"
 #include "support/Elements.h"
@@ -276,6 +280,31 @@ TEST_F(PermissionSetupViewTest, NothingIsCutInAnyState)
             }
         }
     }
+}
+
+TEST_F(PermissionSetupViewTest, GivesItsButtonsTheirSymbols)
+{
+    open(false);
+    const auto symbolOf = [this](const QString& text) {
+        return dynamic_cast<BorderedButton&>(*button(text)).symbolName();
+    };
+    EXPECT_EQ(symbolOf("打开系统设置"), "gearshape.fill");
+    EXPECT_EQ(symbolOf("在 Finder 中显示 App 位置"), "folder");
+    open(true, true);
+    EXPECT_EQ(symbolOf("重置旧授权"), "arrow.triangle.2.circlepath");
+}
+
+TEST_F(PermissionSetupViewTest, ConfirmsThePermissionInGreen)
+{
+    open(true);
+    const QList<SymbolLabel*> symbols = view->findChildren<SymbolLabel*>();
+    ASSERT_EQ(symbols.size(), 1);
+    EXPECT_EQ(symbols.front()->symbolName(), "checkmark.circle.fill");
+    const auto* text = view->findChild<TintedLabel*>();
+    ASSERT_NE(text, nullptr);
+    EXPECT_EQ(text->text(), "辅助功能权限已授权");
+    EXPECT_EQ(text->palette().color(QPalette::WindowText),
+        Look::color(SystemColor::green, view->palette()));
 }
 
 } // namespace
