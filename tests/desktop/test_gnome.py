@@ -70,13 +70,7 @@ class GnomeTest(WaylandDesktopTest):
         desktop = self.desktop
         wait_for(desktop.idles, "an idle period")
         self.assertGreater(time.monotonic() - recorder_began, 5.0)
-        desktop.let_minutes_pass(75)
-        count = len(desktop.sessions())
-        desktop.let_minutes_pass(15)
-        self.assertEqual(len(desktop.sessions()), count, "nobody is there")
-        self.assertEqual(desktop.idles()[-1][2], 1, "the idle period is open")
-        desktop.touch()
-        desktop.wait_for_session(GTK3[1], count + 1)
+        desktop.wait_for_session(GTK3[1], 2)
 
     def test_a_person_at_work_is_not_idle(self):
         desktop = self.open()
