@@ -15,8 +15,11 @@ public:
 
     const PanelItemContent& shown() const { return kept; }
 
-    void openMenu() { handlers.menuOpens(); }
-    void choose(std::uint32_t id, const std::string& startupId) { handlers.chosen(id, startupId); }
+    void openMenu() const { handlers.menuOpens(); }
+    void choose(std::uint32_t id, const std::string& startupId) const
+    {
+        handlers.chosen(id, startupId);
+    }
 
 private:
     PanelItemContent kept{};
