@@ -12,11 +12,11 @@
 #include "shell/SplitView.h"
 #include "shell/WindowFrame.h"
 #include "support/AccessibleEvents.h"
+#include "support/BecomesTrue.h"
 #include "support/Elements.h"
 #include "support/EngineFixture.h"
 #include "support/TemporaryDirectory.h"
 
-#include <QDeadlineTimer>
 #include <QIcon>
 #include <QMenu>
 #include <QMenuBar>
@@ -488,10 +488,7 @@ TEST_F(DashboardTest, SavesItsFrameWhenItHasComeToRest)
     window().resize(window().minimumSize() + QSize(0, 20));
     const auto saved = [this] { return machine.userDefaults.stringForKey("DashboardWindow-v2"); };
     const std::string before = saved();
-    const QDeadlineTimer deadline(20000);
-    while (saved() == before && !deadline.hasExpired()) {
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 100);
-    }
+    EXPECT_TRUE(becomesTrue([&] { return saved() != before; }));
     EXPECT_THAT(saved(), testing::EndsWith(" " + std::to_string(window().height())));
 }
 

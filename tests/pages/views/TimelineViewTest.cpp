@@ -1,13 +1,13 @@
 #include "pages/views/TimelineView.h"
 #include "pages/kit/Chip.h"
 #include "pages/kit/MarkView.h"
+#include "support/BecomesTrue.h"
 #include "support/Elements.h"
 #include "support/TemporaryDirectory.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <QDeadlineTimer>
 #include <QFileDialog>
 #include <QHelpEvent>
 #include <QLineEdit>
@@ -124,10 +124,7 @@ TEST_F(TimelineViewTest, LetsTheOtherApplicationsFade)
     };
     press(chip("Editor"), Qt::Key_Space);
     EXPECT_DOUBLE_EQ(strengthOf("Web"), 0.7); // it fades, and does not jump
-    QDeadlineTimer deadline(20000);
-    while (strengthOf("Web") > 0.7 * 0.2 + 1e-9 && !deadline.hasExpired()) {
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 100);
-    }
+    becomesTrue([&] { return strengthOf("Web") <= 0.7 * 0.2 + 1e-9; });
     EXPECT_DOUBLE_EQ(strengthOf("Web"), 0.7 * 0.2);
     EXPECT_DOUBLE_EQ(strengthOf("Editor"), 0.7);
 }

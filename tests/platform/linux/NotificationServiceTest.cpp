@@ -5,6 +5,7 @@
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/bus/NotificationIcon.h"
 #include "platform/qt/SystemClock.h"
+#include "support/BecomesTrue.h"
 #include "support/TemporaryDirectory.h"
 #include "support/XServer.h"
 
@@ -19,10 +20,8 @@
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QDBusVirtualObject>
-#include <QDeadlineTimer>
 #include <QImage>
 #include <QProcess>
-#include <QTimer>
 #include <QXmlStreamReader>
 
 #include <sys/prctl.h>
@@ -31,7 +30,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -167,27 +165,16 @@ protected:
         process.waitForFinished();
     }
 
-    static bool waitFor(const std::function<bool()>& condition)
-    {
-        const QDeadlineTimer deadline(20000);
-        QTimer alarm;
-        alarm.start(20);
-        while (!condition() && !deadline.hasExpired()) {
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        }
-        return condition();
-    }
-
     void startDunst()
     {
         startProgram(dunst, "dunst", {});
-        ASSERT_TRUE(waitFor([this] { return isDunstThere(); }));
+        ASSERT_TRUE(becomesTrue([this] { return isDunstThere(); }));
     }
 
     void killDunst()
     {
         end(dunst);
-        ASSERT_TRUE(waitFor([this] { return !isDunstThere(); }));
+        ASSERT_TRUE(becomesTrue([this] { return !isDunstThere(); }));
     }
 
     bool isDunstThere() const
@@ -241,7 +228,7 @@ TEST_F(NotificationServiceTest, TextsAreShownAsTheyStand)
     startDunst();
     send(R"(🔴 "Title" & <i>more</i>)", R"(It's "<b>90%</b>" & 内存不足 🎉 &amp; \n %s $HOME)");
     QList<QVariantMap> notifications;
-    ASSERT_TRUE(waitFor([&] {
+    ASSERT_TRUE(becomesTrue([&] {
         notifications = shown();
         return !notifications.isEmpty();
     }));
@@ -261,7 +248,7 @@ TEST_F(NotificationServiceTest, WithoutAServiceEachNotificationIsALineOfTheLog)
 {
     send("Title", "Body");
     send("Title", "Body");
-    ASSERT_TRUE(waitFor([&] { return logLines().size() == 2; }));
+    ASSERT_TRUE(becomesTrue([&] { return logLines().size() == 2; }));
     EXPECT_THAT(logLines(),
         testing::Each(testing::AllOf(
             HasSubstr("⚠️ 通知发送失败: "), HasSubstr("org.freedesktop.Notifications"))));
@@ -274,7 +261,7 @@ TEST_F(NotificationServiceTest, AServiceThatTheBusKnowsIsStarted)
         QStringLiteral("/org/freedesktop/DBus"), QStringLiteral("org.freedesktop.DBus"),
         QStringLiteral("ReloadConfig")));
     send("Title", "Body");
-    ASSERT_TRUE(waitFor([this] { return isDunstThere() && shown().size() == 1; }));
+    ASSERT_TRUE(becomesTrue([this] { return isDunstThere() && shown().size() == 1; }));
     EXPECT_EQ(shown().front()["body"].toString(), QStringLiteral("Body"));
     EXPECT_THAT(logLines(), IsEmpty());
 }
@@ -283,14 +270,14 @@ TEST_F(NotificationServiceTest, AServiceMayDieAndComeBack)
 {
     startDunst();
     send("Title", "One");
-    ASSERT_TRUE(waitFor([this] { return shown().size() == 1; }));
+    ASSERT_TRUE(becomesTrue([this] { return shown().size() == 1; }));
     EXPECT_THAT(logLines(), IsEmpty());
     killDunst();
     send("Title", "Two");
-    ASSERT_TRUE(waitFor([&] { return logLines().size() == 1; }));
+    ASSERT_TRUE(becomesTrue([&] { return logLines().size() == 1; }));
     startDunst();
     send("Title", "Three");
-    ASSERT_TRUE(waitFor([this] { return shown().size() == 1; }));
+    ASSERT_TRUE(becomesTrue([this] { return shown().size() == 1; }));
     EXPECT_EQ(shown().front()["body"].toString(), QStringLiteral("Three"));
     EXPECT_EQ(logLines().size(), 1U);
 }
@@ -301,7 +288,7 @@ TEST_F(NotificationServiceTest, ARefusalIsOneLineWhateverItSays)
     connection->registerVirtualObject(QStringLiteral("/org/freedesktop/Notifications"), &service);
     connection->registerService(QStringLiteral("org.freedesktop.Notifications"));
     send("Title", "Body");
-    ASSERT_TRUE(waitFor([&] { return !logLines().empty(); }));
+    ASSERT_TRUE(becomesTrue([&] { return !logLines().empty(); }));
     EXPECT_THAT(logLines(),
         ElementsAre("⚠️ 通知发送失败: no [2026-01-01T00:00:00Z] ✅ 就绪 "));
 }
@@ -316,7 +303,7 @@ TEST_F(NotificationServiceTest, OurIconStandsBesideEachNotification)
     picture.setPixelColor(1, 0, QColor(4, 5, 6, 7));
     platform->setIcon(picture);
     send("Title", "Body");
-    ASSERT_TRUE(waitFor([&] { return service.hints.has_value(); }));
+    ASSERT_TRUE(becomesTrue([&] { return service.hints.has_value(); }));
     const auto sent = service.hints->value(QStringLiteral("image-data")).value<QDBusArgument>();
     EXPECT_EQ(sent.currentSignature(), QStringLiteral("(iiibiiay)"));
     const auto icon = qdbus_cast<NotificationIcon>(sent);
@@ -331,7 +318,7 @@ TEST_F(NotificationServiceTest, ANotifierThatIsGoneLogsNothing)
     notifier.reset();
     bool isLater = false;
     platform->platform().mainLoop.runAfter(1, [&] { isLater = true; });
-    ASSERT_TRUE(waitFor([&] { return isLater; }));
+    ASSERT_TRUE(becomesTrue([&] { return isLater; }));
     EXPECT_THAT(logLines(), IsEmpty());
 }
 

@@ -1,10 +1,10 @@
 #include "platform/linux/applications/DesktopEntries.h"
+#include "support/BecomesTrue.h"
 #include "support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
-#include <QDeadlineTimer>
 
 #include <sys/stat.h>
 
@@ -147,11 +147,7 @@ TEST_F(DesktopEntriesTest, ANewEntryIsSeenWithoutARestart)
 {
     EXPECT_EQ(idOf({.className = "Late"}), "");
     write(user / "late.desktop", "Name=Late\n");
-    QDeadlineTimer deadline(5000);
-    while (idOf({.className = "Late"}).empty() && !deadline.hasExpired()) {
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 100);
-    }
-    EXPECT_EQ(idOf({.className = "Late"}), "late");
+    EXPECT_TRUE(becomesTrue([this] { return idOf({.className = "Late"}) == "late"; }));
 }
 
 TEST_F(DesktopEntriesTest, ADirectoryThatIsMadeLaterIsSeen)
@@ -159,11 +155,7 @@ TEST_F(DesktopEntriesTest, ADirectoryThatIsMadeLaterIsSeen)
     fs::remove_all(user);
     EXPECT_EQ(idOf({.className = "Late"}), "");
     write(user / "late.desktop", "Name=Late\n");
-    QDeadlineTimer deadline(5000);
-    while (idOf({.className = "Late"}).empty() && !deadline.hasExpired()) {
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 100);
-    }
-    EXPECT_EQ(idOf({.className = "Late"}), "late");
+    EXPECT_TRUE(becomesTrue([this] { return idOf({.className = "Late"}) == "late"; }));
 }
 
 TEST(StandardDirectories, AreTheUsersThenTheSystems)

@@ -3,6 +3,7 @@
 #include "platform/linux/bus/Bus.h"
 #include "platform/qt/QtMainLoop.h"
 #include "platform/qt/QtWorkQueues.h"
+#include "support/BecomesTrue.h"
 #include "support/TemporaryDirectory.h"
 #include "tests/platform/linux/bus/PrivateBus.h"
 
@@ -13,13 +14,10 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
-#include <QDeadlineTimer>
-#include <QTimer>
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -95,22 +93,12 @@ protected:
     /// What the counter service leaves when it is started.
     std::filesystem::path started() const { return directory.path() / "started"; }
 
-    static bool waitFor(const std::function<bool()>& condition)
-    {
-        const QDeadlineTimer deadline(10000);
-        QTimer alarm;
-        alarm.start(5);
-        while (!condition() && !deadline.hasExpired()) {
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        }
-        return condition();
-    }
-
     /// A guide on both buses, which are there.
     struct Guided {
         Guided()
         {
-            EXPECT_TRUE(waitFor([this] { return sessionBus.isThere() && systemBus.isThere(); }));
+            EXPECT_TRUE(
+                becomesTrue([this] { return sessionBus.isThere() && systemBus.isThere(); }));
         }
 
         QtMainLoop mainLoop{};
@@ -141,7 +129,7 @@ TEST_F(BusPermissionGuideTest, TheFileManagerIsAskedForTheProgramWithoutWaiting)
     // The service answers in this thread: whoever waited for it here would wait in vain.
     guided.guide.revealProgram();
     EXPECT_THAT(files->members(), IsEmpty());
-    ASSERT_TRUE(waitFor([this] { return !files->calls.empty(); }));
+    ASSERT_TRUE(becomesTrue([this] { return !files->calls.empty(); }));
     EXPECT_THAT(files->members(), ElementsAre("ShowItems"));
     const QDBusMessage& call = files->calls.front();
     EXPECT_EQ(call.interface(), "org.freedesktop.FileManager1");
@@ -155,7 +143,7 @@ TEST_F(BusPermissionGuideTest, TheCounterServiceIsStarted)
 {
     Guided guided;
     guided.guide.openSettings();
-    EXPECT_TRUE(waitFor([this] { return std::filesystem::exists(started()); }));
+    EXPECT_TRUE(becomesTrue([this] { return std::filesystem::exists(started()); }));
     EXPECT_THAT(files->members(), IsEmpty());
 }
 
@@ -166,7 +154,7 @@ TEST_F(BusPermissionGuideTest, ARefusalIsANotice)
     testing::internal::CaptureStderr();
     guided.guide.revealProgram();
     // It holds what waits for an answer.
-    EXPECT_TRUE(waitFor([&] { return guided.guide.children().isEmpty(); }));
+    EXPECT_TRUE(becomesTrue([&] { return guided.guide.children().isEmpty(); }));
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "quillbrook: no\n");
 }
 

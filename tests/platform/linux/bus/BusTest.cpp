@@ -6,6 +6,7 @@
 #include "platform/linux/bus/SessionManagerGreeting.h"
 #include "platform/qt/QtMainLoop.h"
 #include "platform/qt/QtWorkQueues.h"
+#include "support/BecomesTrue.h"
 #include "support/TemporaryDirectory.h"
 #include "tests/platform/linux/bus/PrivateBus.h"
 
@@ -16,7 +17,6 @@
 #include <QTimer>
 
 #include <cstdlib>
-#include <functional>
 #include <future>
 #include <optional>
 #include <string>
@@ -131,17 +131,6 @@ protected:
         setenv("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nonexistent", 1);
     }
 
-    static bool waitFor(const std::function<bool()>& condition)
-    {
-        const QDeadlineTimer deadline(20000);
-        QTimer alarm;
-        alarm.start(20);
-        while (!condition() && !deadline.hasExpired()) {
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        }
-        return condition();
-    }
-
     TemporaryDirectory directory{};
     int count = 1;
     std::string name = "test";
@@ -162,7 +151,7 @@ TEST_F(BusTest, ABusIsThereAMomentLater)
         [&](const QDBusConnection& connection) { there += connection.isConnected() ? 1 : 0; });
     bus.whenKnown([&](bool isThere) { known = isThere; });
     EXPECT_EQ(known, std::nullopt);
-    ASSERT_TRUE(waitFor([&] { return known.has_value(); }));
+    ASSERT_TRUE(becomesTrue([&] { return known.has_value(); }));
     EXPECT_EQ(known, true);
     EXPECT_EQ(there, 1);
     bus.whenKnown([&](bool) { known.reset(); });
@@ -182,7 +171,7 @@ TEST_F(BusTest, WhoAsksWhileItIsConnectedToIsToldOnce)
     bus.whenThere([&](const QDBusConnection&) { ++there; });
     bool isKnown = false;
     bus.whenKnown([&](bool) { isKnown = true; });
-    ASSERT_TRUE(waitFor([&] { return isKnown; }));
+    ASSERT_TRUE(becomesTrue([&] { return isKnown; }));
     EXPECT_EQ(there, 1);
 }
 
@@ -212,9 +201,9 @@ TEST_F(BusTest, TheMainThreadGoesOnBesideBusesThatSayNothing)
     for (Bus* bus : {&session, &system}) {
         bus->whenKnown([&](bool isThere) { known += isThere ? 0 : 1; });
     }
-    ASSERT_TRUE(waitFor([&] { return rounds >= 20; }));
+    ASSERT_TRUE(becomesTrue([&] { return rounds >= 20; }));
     EXPECT_EQ(known, 0) << "still asking";
-    ASSERT_TRUE(waitFor([&] { return known == 2; }));
+    ASSERT_TRUE(becomesTrue([&] { return known == 2; }));
     EXPECT_EQ(ibus.identifier(), std::nullopt);
 }
 
@@ -229,7 +218,7 @@ TEST_F(BusTest, ABusThatGoesWhileItIsAskedLeavesNothing)
     }
     bool isLater = false;
     mainLoop.runAfter(2, [&] { isLater = true; });
-    ASSERT_TRUE(waitFor([&] { return isLater; }));
+    ASSERT_TRUE(becomesTrue([&] { return isLater; }));
     EXPECT_FALSE(isTold);
 }
 

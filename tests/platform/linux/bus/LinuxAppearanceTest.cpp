@@ -5,6 +5,7 @@
 #include "platform/qt/QtMainLoop.h"
 #include "platform/qt/QtWorkQueues.h"
 #include "platform/virtual/VirtualMainLoop.h"
+#include "support/BecomesTrue.h"
 #include "tests/platform/linux/bus/PrivateBus.h"
 
 #include <gtest/gtest.h>
@@ -14,11 +15,8 @@
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <QDBusVirtualObject>
-#include <QDeadlineTimer>
-#include <QTimer>
 
 #include <cstdlib>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -90,17 +88,6 @@ protected:
         });
     }
 
-    static bool waitFor(const std::function<bool()>& condition)
-    {
-        const QDeadlineTimer deadline(10000);
-        QTimer alarm;
-        alarm.start(5);
-        while (!condition() && !deadline.hasExpired()) {
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        }
-        return condition();
-    }
-
     static X11Connection& withoutDisplay()
     {
         setenv("DISPLAY", ":4095", 1);
@@ -130,10 +117,10 @@ TEST_F(LinuxAppearanceTest, IsKnownWhenThePortalHasAnsweredAll)
 {
     WaitingPortal portal(daemon.address);
     askWhenKnown();
-    ASSERT_TRUE(waitFor([&] { return portal.questions.size() == 2; }));
+    ASSERT_TRUE(becomesTrue([&] { return portal.questions.size() == 2; }));
     EXPECT_FALSE(known);
     portal.answer();
-    ASSERT_TRUE(waitFor([this] { return known.has_value(); }));
+    ASSERT_TRUE(becomesTrue([this] { return known.has_value(); }));
     EXPECT_EQ(known->isDark, true);
     timers.runThrough(100);
     EXPECT_EQ(tellings, 1);
@@ -143,9 +130,9 @@ TEST_F(LinuxAppearanceTest, IsKnownAtOnceFromThenOn)
 {
     WaitingPortal portal(daemon.address);
     askWhenKnown();
-    ASSERT_TRUE(waitFor([&] { return portal.questions.size() == 2; }));
+    ASSERT_TRUE(becomesTrue([&] { return portal.questions.size() == 2; }));
     portal.answer();
-    ASSERT_TRUE(waitFor([this] { return known.has_value(); }));
+    ASSERT_TRUE(becomesTrue([this] { return known.has_value(); }));
     bool isTold = false;
     appearance->whenKnown([&] { isTold = true; });
     EXPECT_TRUE(isTold);
@@ -155,7 +142,7 @@ TEST_F(LinuxAppearanceTest, ASilentPortalIsGivenASecond)
 {
     WaitingPortal portal(daemon.address);
     askWhenKnown();
-    ASSERT_TRUE(waitFor([&] { return portal.questions.size() == 2; }));
+    ASSERT_TRUE(becomesTrue([&] { return portal.questions.size() == 2; }));
     timers.runThrough(0.99);
     EXPECT_FALSE(known);
     timers.runThrough(1);
@@ -166,13 +153,13 @@ TEST_F(LinuxAppearanceTest, ASilentPortalIsGivenASecond)
 TEST_F(LinuxAppearanceTest, WithoutAPortalNothingIsWaitedFor)
 {
     askWhenKnown();
-    EXPECT_TRUE(waitFor([this] { return known.has_value(); }));
+    EXPECT_TRUE(becomesTrue([this] { return known.has_value(); }));
 }
 
 TEST_F(LinuxAppearanceTest, WithoutABusNothingIsWaitedFor)
 {
     askWhenKnown("unix:path=/nonexistent");
-    EXPECT_TRUE(waitFor([this] { return known.has_value(); }));
+    EXPECT_TRUE(becomesTrue([this] { return known.has_value(); }));
 }
 
 } // namespace

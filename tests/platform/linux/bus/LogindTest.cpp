@@ -3,6 +3,7 @@
 #include "platform/linux/bus/Bus.h"
 #include "platform/qt/QtMainLoop.h"
 #include "platform/qt/QtWorkQueues.h"
+#include "support/BecomesTrue.h"
 #include "tests/platform/linux/bus/PrivateBus.h"
 
 #include <gmock/gmock.h>
@@ -16,15 +17,12 @@
 #include <QDBusUnixFileDescriptor>
 #include <QDBusVariant>
 #include <QDBusVirtualObject>
-#include <QDeadlineTimer>
-#include <QTimer>
 
 #include <fcntl.h>
 #include <poll.h>
 #include <unistd.h>
 
 #include <cstdlib>
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -140,33 +138,22 @@ protected:
                 .willShutDown = [this] { heard.emplace_back("will shut down"); },
                 .lockedChanged
                 = [this](bool isLocked) { heard.emplace_back(isLocked ? "locked" : "unlocked"); }});
-        EXPECT_TRUE(waitFor([this] { return fake->isHeldBack(); }));
+        EXPECT_TRUE(becomesTrue([this] { return fake->isHeldBack(); }));
         EXPECT_TRUE(waitForHeard(1)) << "the lock at the beginning";
         heard.clear();
     }
     ~LogindTest() override { setenv("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nonexistent", 1); }
 
-    static bool waitFor(const std::function<bool()>& condition)
-    {
-        const QDeadlineTimer deadline(10000);
-        QTimer alarm;
-        alarm.start(5);
-        while (!condition() && !deadline.hasExpired()) {
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        }
-        return condition();
-    }
-
     bool waitForHeard(std::size_t count)
     {
-        return waitFor([&] { return heard.size() >= count; });
+        return becomesTrue([&] { return heard.size() >= count; });
     }
 
     void letPass(double seconds)
     {
         bool isOver = false;
         mainLoop.runAfter(seconds, [&] { isOver = true; });
-        waitFor([&] { return isOver; });
+        becomesTrue([&] { return isOver; });
     }
 
     int count = 1;
@@ -190,10 +177,10 @@ TEST_F(LogindTest, SleepWaitsForWhatIsDueEverySecond)
     fake->announce("PrepareForSleep", true);
     ASSERT_TRUE(waitForHeard(1));
     EXPECT_TRUE(fake->isHeldBack());
-    ASSERT_TRUE(waitFor([this] { return !fake->isHeldBack(); }));
+    ASSERT_TRUE(becomesTrue([this] { return !fake->isHeldBack(); }));
     EXPECT_GE(looks, 1);
     fake->announce("PrepareForSleep", false);
-    ASSERT_TRUE(waitFor([this] { return fake->isHeldBack(); })) << "for the next time";
+    ASSERT_TRUE(becomesTrue([this] { return fake->isHeldBack(); })) << "for the next time";
     EXPECT_THAT(heard, ElementsAre("will sleep", "did wake"));
 }
 
@@ -201,7 +188,7 @@ TEST_F(LogindTest, ASleepThatWasCalledOffHoldsBackTheNextOne)
 {
     fake->announce("PrepareForSleep", true);
     fake->announce("PrepareForSleep", false);
-    ASSERT_TRUE(waitFor([this] { return fake->inhibitions == 2; }));
+    ASSERT_TRUE(becomesTrue([this] { return fake->inhibitions == 2; }));
     letPass(2);
     EXPECT_TRUE(fake->isHeldBack()) << "the first announcement's end is not the second's";
 }
@@ -209,7 +196,7 @@ TEST_F(LogindTest, ASleepThatWasCalledOffHoldsBackTheNextOne)
 TEST_F(LogindTest, ShutdownWaitsForTheEndOnly)
 {
     fake->announce("PrepareForShutdown", true);
-    ASSERT_TRUE(waitFor([this] { return !fake->isHeldBack(); }));
+    ASSERT_TRUE(becomesTrue([this] { return !fake->isHeldBack(); }));
     EXPECT_THAT(heard, ElementsAre("will shut down"));
 }
 
@@ -234,10 +221,10 @@ TEST_F(LogindTest, ALogindThatStartsAnewIsFollowed)
     EXPECT_THAT(heard, ElementsAre("will sleep", "unlocked", "gone"));
     fake->announce("PrepareForSleep", false);
     fake->comeBack();
-    ASSERT_TRUE(waitFor([this] { return fake->inhibitions == 2; }));
+    ASSERT_TRUE(becomesTrue([this] { return fake->inhibitions == 2; }));
     heard.clear();
     fake->announce("PrepareForSleep", true);
-    ASSERT_TRUE(waitFor([this] { return !heard.empty() && heard.back() == "will sleep"; }));
+    ASSERT_TRUE(becomesTrue([this] { return !heard.empty() && heard.back() == "will sleep"; }));
 }
 
 TEST_F(LogindTest, ALogindThatStartsAnewIsHeldBackThroughTheOldAnnouncement)
@@ -247,11 +234,11 @@ TEST_F(LogindTest, ALogindThatStartsAnewIsHeldBackThroughTheOldAnnouncement)
     fake->leave();
     ASSERT_TRUE(waitForHeard(3));
     fake->comeBack();
-    ASSERT_TRUE(waitFor([this] { return fake->inhibitions == 2; }));
+    ASSERT_TRUE(becomesTrue([this] { return fake->inhibitions == 2; }));
     bool isLet
         = false; // what lets the machine sleep runs a second and a half after the announcement
     mainLoop.runAfter(2, [&isLet] { isLet = true; });
-    ASSERT_TRUE(waitFor([&isLet] { return isLet; }));
+    ASSERT_TRUE(becomesTrue([&isLet] { return isLet; }));
     EXPECT_TRUE(fake->isHeldBack());
 }
 
@@ -261,7 +248,7 @@ TEST_F(LogindTest, ALogindThatTakesNoCallsYetIsAskedAgain)
     ASSERT_TRUE(waitForHeard(1));
     fake->refusals = 2;
     fake->comeBack();
-    EXPECT_TRUE(waitFor([this] { return fake->inhibitions == 2; }));
+    EXPECT_TRUE(becomesTrue([this] { return fake->inhibitions == 2; }));
 }
 
 TEST_F(LogindTest, ItsBusGoingIsItsOwnGoing)

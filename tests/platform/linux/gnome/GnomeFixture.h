@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/BecomesTrue.h"
 #include "tests/platform/linux/bus/PrivateBus.h"
 
 #include <gtest/gtest.h>
@@ -10,7 +11,6 @@
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
 #include <QDeadlineTimer>
-#include <QTimer>
 
 #include <cstdlib>
 #include <functional>
@@ -76,21 +76,10 @@ protected:
     GnomeTest() { setenv("DBUS_SESSION_BUS_ADDRESS", daemon.address.toUtf8().constData(), 1); }
     ~GnomeTest() override { unsetenv("DBUS_SESSION_BUS_ADDRESS"); }
 
-    static bool waitFor(const std::function<bool()>& condition)
-    {
-        const QDeadlineTimer deadline(10000);
-        QTimer alarm;
-        alarm.start(5);
-        while (!condition() && !deadline.hasExpired()) {
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        }
-        return condition();
-    }
-
     static void letPass(int milliseconds)
     {
         const QDeadlineTimer end(milliseconds);
-        waitFor([&] { return end.hasExpired(); });
+        becomesTrue([&] { return end.hasExpired(); });
     }
 
     int count = 1;

@@ -3,6 +3,7 @@
 #include "platform/linux/bus/Bus.h"
 #include "platform/qt/QtMainLoop.h"
 #include "platform/qt/QtWorkQueues.h"
+#include "support/BecomesTrue.h"
 #include "tests/platform/linux/gnome/GnomeFixture.h"
 
 #include <gtest/gtest.h>
@@ -76,7 +77,7 @@ protected:
 
     bool waitForIdentifier(const std::optional<std::string>& identifier)
     {
-        return waitFor([&] { return inputSources.identifier() == identifier; });
+        return becomesTrue([&] { return inputSources.identifier() == identifier; });
     }
 
     QtMainLoop mainLoop{};
@@ -102,7 +103,8 @@ TEST_F(GnomeInputSourcesTest, IsTheOneUsedLastElseTheFirst)
     EXPECT_FALSE(inputSources.identifier());
     portal.own(kPortal);
     ASSERT_TRUE(waitForIdentifier("xkb.keylayout.us.dvorak"));
-    ASSERT_TRUE(waitFor([this] { return object.calls.size() == 2; })) << "both lists were asked";
+    ASSERT_TRUE(becomesTrue([this] { return object.calls.size() == 2; }))
+        << "both lists were asked";
     announce(
         portal, kSpace, "mru-sources", listOf({Source{"ibus", "libpinyin"}, Source{"xkb", "us"}}));
     ASSERT_TRUE(waitForIdentifier("ibus.libpinyin"));

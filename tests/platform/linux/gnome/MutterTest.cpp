@@ -4,6 +4,7 @@
 #include "platform/linux/session/IdleTime.h"
 #include "platform/qt/QtMainLoop.h"
 #include "platform/qt/QtWorkQueues.h"
+#include "support/BecomesTrue.h"
 #include "tests/platform/linux/gnome/GnomeFixture.h"
 
 #include <gmock/gmock.h>
@@ -63,7 +64,7 @@ class MutterIdleTest : public GnomeTest {
 protected:
     bool waitForCalls(const FakeMonitor& monitor, std::size_t calls)
     {
-        const bool isCalled = waitFor([&] { return monitor.object.calls.size() >= calls; });
+        const bool isCalled = becomesTrue([&] { return monitor.object.calls.size() >= calls; });
         letPass(50); // the answer comes in
         return isCalled;
     }
@@ -81,7 +82,7 @@ TEST_F(MutterIdleTest, RestsAndUsesAreToldByWatches)
     FakeMonitor monitor(daemon.address, "mutter");
     EXPECT_FALSE(idle.isKnown());
     monitor.come();
-    ASSERT_TRUE(waitFor([this] { return idle.isKnown(); }));
+    ASSERT_TRUE(becomesTrue([this] { return idle.isKnown(); }));
     EXPECT_EQ(monitor.idleAfterMs, 5000U);
     time += 100;
     EXPECT_EQ(idle.secondsSinceLastInput(), 0);
@@ -91,7 +92,7 @@ TEST_F(MutterIdleTest, RestsAndUsesAreToldByWatches)
     time += 295;
     EXPECT_EQ(idle.secondsSinceLastInput(), 300);
     monitor.fire(monitor.activeWatch);
-    ASSERT_TRUE(waitFor([this] { return idle.secondsSinceLastInput() == 0; }));
+    ASSERT_TRUE(becomesTrue([this] { return idle.secondsSinceLastInput() == 0; }));
     time += 50;
     EXPECT_EQ(idle.secondsSinceLastInput(), 0);
     monitor.fire(monitor.idleWatch);
@@ -106,7 +107,7 @@ TEST_F(MutterIdleTest, ARestAfterARestHadInputBetween)
 {
     FakeMonitor monitor(daemon.address, "mutter");
     monitor.come();
-    ASSERT_TRUE(waitFor([this] { return idle.isKnown(); }));
+    ASSERT_TRUE(becomesTrue([this] { return idle.isKnown(); }));
     time += 100;
     monitor.fire(monitor.idleWatch);
     ASSERT_TRUE(waitForCalls(monitor, 2));
@@ -120,7 +121,7 @@ TEST_F(MutterIdleTest, OthersCannotSpeakForIt)
 {
     FakeMonitor monitor(daemon.address, "mutter");
     monitor.come();
-    ASSERT_TRUE(waitFor([this] { return idle.isKnown(); }));
+    ASSERT_TRUE(becomesTrue([this] { return idle.isKnown(); }));
     time += 100;
     const FakeMonitor poser(daemon.address, "poser");
     poser.fire(monitor.idleWatch);
@@ -135,20 +136,20 @@ TEST_F(MutterIdleTest, OneThatStartsAnewIsAskedAnew)
 {
     auto monitor = std::make_unique<FakeMonitor>(daemon.address, "mutter");
     monitor->come();
-    ASSERT_TRUE(waitFor([this] { return idle.isKnown(); }));
+    ASSERT_TRUE(becomesTrue([this] { return idle.isKnown(); }));
     time += 100;
     monitor.reset();
-    ASSERT_TRUE(waitFor([this] { return !idle.isKnown(); }));
+    ASSERT_TRUE(becomesTrue([this] { return !idle.isKnown(); }));
     time += 500;
     EXPECT_EQ(idle.secondsSinceLastInput(), 500) << "nobody is taken for present without a sign";
     monitor = std::make_unique<FakeMonitor>(daemon.address, "next");
     monitor->come();
-    ASSERT_TRUE(waitFor([this] { return idle.isKnown(); }));
+    ASSERT_TRUE(becomesTrue([this] { return idle.isKnown(); }));
     monitor->fire(monitor->idleWatch);
     ASSERT_TRUE(waitForCalls(*monitor, 2));
     EXPECT_EQ(idle.secondsSinceLastInput(), 500);
     monitor->fire(monitor->activeWatch);
-    EXPECT_TRUE(waitFor([this] { return idle.secondsSinceLastInput() == 0; }));
+    EXPECT_TRUE(becomesTrue([this] { return idle.secondsSinceLastInput() == 0; }));
 }
 
 class MutterScreensTest : public GnomeTest {
@@ -164,7 +165,7 @@ protected:
 
     bool waitForLast(bool isOff)
     {
-        return waitFor([&] { return !heard.empty() && heard.back() == isOff; });
+        return becomesTrue([&] { return !heard.empty() && heard.back() == isOff; });
     }
 
     QtMainLoop mainLoop{};

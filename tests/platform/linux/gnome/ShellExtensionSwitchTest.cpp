@@ -3,6 +3,7 @@
 #include "platform/linux/bus/Bus.h"
 #include "platform/qt/QtMainLoop.h"
 #include "platform/qt/QtWorkQueues.h"
+#include "support/BecomesTrue.h"
 #include "support/TemporaryDirectory.h"
 #include "tests/platform/linux/gnome/GnomeFixture.h"
 
@@ -65,7 +66,7 @@ class ShellExtensionSwitchTest : public GnomeTest {
 protected:
     bool waitForState(State state)
     {
-        return waitFor([&] { return extensionSwitch.state() == state; });
+        return becomesTrue([&] { return extensionSwitch.state() == state; });
     }
 
     void install()
@@ -126,7 +127,7 @@ TEST_F(ShellExtensionSwitchTest, AllExtensionsMayBeSwitchedOff)
     shell.come();
     ASSERT_TRUE(waitForState(State::allOff));
     extensionSwitch.enable();
-    ASSERT_TRUE(waitFor([this] { return !shell.enabled.isEmpty(); }));
+    ASSERT_TRUE(becomesTrue([this] { return !shell.enabled.isEmpty(); }));
     letPass(50);
     EXPECT_EQ(extensionSwitch.state(), State::allOff);
 }

@@ -1,5 +1,6 @@
 #include "platform/linux/gnome/ShellExtension.h"
 
+#include "support/BecomesTrue.h"
 #include "tests/platform/linux/gnome/FakeExtension.h"
 #include "tests/platform/linux/gnome/GnomeFixture.h"
 
@@ -45,13 +46,13 @@ protected:
     {
         auto shell = peerNamed(name);
         shell->peer.own(kShell);
-        EXPECT_TRUE(waitFor([&] { return !shell->heard.empty(); }));
+        EXPECT_TRUE(becomesTrue([&] { return !shell->heard.empty(); }));
         return shell;
     }
 
     bool waitForFront(const std::string& className)
     {
-        return waitFor([&] {
+        return becomesTrue([&] {
             const auto front = link.front();
             return front && front->traits.className == className;
         });
@@ -74,7 +75,7 @@ TEST_F(ShellExtensionTest, KnowsTheFrontFromTheFirstTelling)
     EXPECT_EQ(link.front()->traits.applicationId, "org.gnome.gedit");
     EXPECT_EQ(link.front()->process, 4711);
     shell->tellFront("", "", 0);
-    ASSERT_TRUE(waitFor([this] { return !link.front(); }));
+    ASSERT_TRUE(becomesTrue([this] { return !link.front(); }));
     EXPECT_TRUE(link.isThere()) << "nobody in front is an answer, too";
     EXPECT_EQ(changes, 2);
 }
@@ -85,10 +86,10 @@ TEST_F(ShellExtensionTest, AnExtensionThatLeavesKnowsNoFront)
     shell->tellFront("", "gedit", 1);
     ASSERT_TRUE(waitForFront("gedit"));
     shell->say("Bye");
-    ASSERT_TRUE(waitFor([this] { return !link.isThere(); }));
+    ASSERT_TRUE(becomesTrue([this] { return !link.isThere(); }));
     EXPECT_FALSE(link.front());
     shell->say("Hello");
-    ASSERT_TRUE(waitFor([&] { return shell->heard.size() == 2; }));
+    ASSERT_TRUE(becomesTrue([&] { return shell->heard.size() == 2; }));
     EXPECT_FALSE(link.isThere());
     shell->tellFront("", "gedit", 1);
     EXPECT_TRUE(waitForFront("gedit"));
@@ -100,7 +101,7 @@ TEST_F(ShellExtensionTest, AShellThatDiesKnowsNoFrontAndTheNextOneIsHeard)
     shell->tellFront("", "gedit", 1);
     ASSERT_TRUE(waitForFront("gedit"));
     shell.reset();
-    ASSERT_TRUE(waitFor([this] { return !link.isThere(); }));
+    ASSERT_TRUE(becomesTrue([this] { return !link.isThere(); }));
     EXPECT_FALSE(link.front());
     shell = startShell("next");
     EXPECT_FALSE(link.isThere());
@@ -124,7 +125,8 @@ TEST_F(ShellExtensionTest, APoserIsIgnoredAndToldOnce)
     }
     poser->peer.finish();
     shell->say("MenuOpens");
-    ASSERT_TRUE(waitFor([this] { return openings > 0; })) << "it comes after all of the poser's";
+    ASSERT_TRUE(becomesTrue([this] { return openings > 0; }))
+        << "it comes after all of the poser's";
     const std::string told = testing::internal::GetCapturedStderr();
     EXPECT_THAT(told, HasSubstr("冒充"));
     EXPECT_EQ(told.find("冒充"), told.rfind("冒充"));
@@ -150,7 +152,7 @@ TEST_F(ShellExtensionTest, TheShellMayBeThereBefore)
     const auto shell = peerNamed("shell");
     shell->peer.own(kShell);
     ShellExtension second(shell->peer.bus); // on a connection that has no object yet
-    ASSERT_TRUE(waitFor([&] { return !shell->heard.empty(); }));
+    ASSERT_TRUE(becomesTrue([&] { return !shell->heard.empty(); }));
 }
 
 TEST_F(ShellExtensionTest, NamesAreCutAndCleaned)
@@ -158,7 +160,7 @@ TEST_F(ShellExtensionTest, NamesAreCutAndCleaned)
     const auto shell = startShell();
     shell->tellFront(QString(10000, QLatin1Char('x')),
         QStringLiteral(" two\nlines") + QChar(0xD83D) + QStringLiteral("\u001b[31m "), 1);
-    ASSERT_TRUE(waitFor([this] { return link.front().has_value(); }));
+    ASSERT_TRUE(becomesTrue([this] { return link.front().has_value(); }));
     const auto front = link.front();
     EXPECT_EQ(front->traits.applicationId, std::string(200, 'x'));
     EXPECT_THAT(front->traits.className, testing::StartsWith("two lines"));
@@ -182,7 +184,7 @@ TEST_F(ShellExtensionTest, CallsOfAnotherFormAreIgnored)
     shell->say("Choose");
     shell->say("Nonsense", {QByteArray(100000, 'x')});
     shell->say("MenuOpens");
-    ASSERT_TRUE(waitFor([this] { return openings == 1; }));
+    ASSERT_TRUE(becomesTrue([this] { return openings == 1; }));
     EXPECT_FALSE(link.isThere());
     EXPECT_THAT(chosen, IsEmpty());
 }
@@ -194,7 +196,7 @@ TEST_F(ShellExtensionTest, AFloodOfChangesBlocksNothing)
     for (uint i = 1; i <= 10000; ++i) {
         shell->tellFront("", i % 2 == 0 ? "even" : "odd", i);
     }
-    ASSERT_TRUE(waitFor([this] { return link.front() && link.front()->process == 10000; }));
+    ASSERT_TRUE(becomesTrue([this] { return link.front() && link.front()->process == 10000; }));
     EXPECT_EQ(link.front()->traits.className, "even");
     EXPECT_EQ(changes, 10000);
     const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
@@ -209,11 +211,11 @@ TEST_F(ShellExtensionTest, ShowsItsContentAndEachChangeOnce)
         .isAlert = true,
         .menu = {{.id = 0, .title = "Alerts：1"}, {}, {.id = 5, .title = "退出"}}};
     link.show(content);
-    ASSERT_TRUE(waitFor([&] { return shell->heard.size() == 2; }));
+    ASSERT_TRUE(becomesTrue([&] { return shell->heard.size() == 2; }));
     EXPECT_EQ(shell->heard.back(), "3h5m! 0=Alerts：1 0= 5=退出");
     link.show(content);
     shell->say("Hello");
-    ASSERT_TRUE(waitFor([&] { return shell->heard.size() == 3; }));
+    ASSERT_TRUE(becomesTrue([&] { return shell->heard.size() == 3; }));
     letPass(100);
     EXPECT_EQ(shell->heard.size(), 3U) << "the same content is no change";
     EXPECT_EQ(shell->heard.back(), shell->heard.at(1));
@@ -226,9 +228,9 @@ TEST_F(ShellExtensionTest, WhereATrayShowsItThereIsNoLabel)
     EXPECT_EQ(shell->heard.back(), "3h5m");
     Peer tray(daemon.address, QStringLiteral("tray"));
     tray.own(kTray);
-    ASSERT_TRUE(waitFor([&] { return shell->heard.back().empty(); }));
+    ASSERT_TRUE(becomesTrue([&] { return shell->heard.back().empty(); }));
     tray.disown(kTray);
-    ASSERT_TRUE(waitFor([&] { return shell->heard.back() == "3h5m"; }));
+    ASSERT_TRUE(becomesTrue([&] { return shell->heard.back() == "3h5m"; }));
 }
 
 TEST_F(ShellExtensionTest, AChosenEntryComesWithItsToken)
@@ -236,7 +238,7 @@ TEST_F(ShellExtensionTest, AChosenEntryComesWithItsToken)
     const auto shell = startShell();
     shell->say("Choose", {uint(5), QStringLiteral("gnome-shell/Quillbrook/1-0-vm_TIME5")});
     shell->say("Choose", {uint(7), QString(10000, QLatin1Char('t'))});
-    ASSERT_TRUE(waitFor([this] { return chosen.size() == 2; }));
+    ASSERT_TRUE(becomesTrue([this] { return chosen.size() == 2; }));
     EXPECT_EQ(chosen.front(), "5 gnome-shell/Quillbrook/1-0-vm_TIME5");
     EXPECT_EQ(chosen.back(), "7 " + std::string(200, 't'));
 }

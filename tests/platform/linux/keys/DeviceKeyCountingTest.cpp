@@ -1,5 +1,6 @@
 #include "platform/linux/keys/DeviceKeyCounting.h"
 
+#include "support/BecomesTrue.h"
 #include "tests/keycounter/PipeKeyboards.h"
 #include "tests/platform/linux/keys/KeysFixture.h"
 
@@ -38,7 +39,7 @@ protected:
     {
         const int before = count;
         keyboard.write(repeated(typed(KEY_A), keys));
-        EXPECT_TRUE(waitFor([&] { return count >= before + static_cast<int>(keys); }));
+        EXPECT_TRUE(becomesTrue([&] { return count >= before + static_cast<int>(keys); }));
         EXPECT_EQ(count, before + static_cast<int>(keys));
     }
 
@@ -130,7 +131,7 @@ TEST_F(DeviceKeyCountingTest, KeysOfAnotherUsersSessionDontCount)
     elsewhere.write(typed(KEY_A));
     bool isLater = false;
     mainLoop.runAfter(0.2, [&isLater] { isLater = true; });
-    ASSERT_TRUE(waitFor([&isLater] { return isLater; }));
+    ASSERT_TRUE(becomesTrue([&isLater] { return isLater; }));
     EXPECT_EQ(count, 2);
 }
 
@@ -149,13 +150,13 @@ TEST_F(DeviceKeyCountingTest, KeyboardsMayComeLater)
     start();
     EXPECT_FALSE(counting->isPossible());
     PipeKeyboard keyboard(device("event0"));
-    ASSERT_TRUE(waitFor([this] { return counting->isPossible(); }));
+    ASSERT_TRUE(becomesTrue([this] { return counting->isPossible(); }));
     ASSERT_TRUE(counting->addGlobalMonitor(handler()));
     expectCounted(keyboard, 1);
     keyboard.vanish();
-    EXPECT_TRUE(waitFor([this] { return !counting->isPossible(); }));
+    EXPECT_TRUE(becomesTrue([this] { return !counting->isPossible(); }));
     PipeKeyboard again(device("event0"));
-    ASSERT_TRUE(waitFor([this] { return counting->isPossible(); }));
+    ASSERT_TRUE(becomesTrue([this] { return counting->isPossible(); }));
     expectCounted(again, 1);
 }
 

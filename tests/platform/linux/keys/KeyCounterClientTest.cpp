@@ -2,6 +2,7 @@
 
 #include "keycounter/keyboards/KeyCounterNames.h"
 #include "platform/linux/bus/Calls.h"
+#include "support/BecomesTrue.h"
 #include "tests/platform/linux/keys/KeysFixture.h"
 
 #include <gmock/gmock.h>
@@ -95,7 +96,7 @@ protected:
 
     bool waitForTelling()
     {
-        return waitFor([this] { return !fake.subscriber.isEmpty() && client->isPossible(); });
+        return becomesTrue([this] { return !fake.subscriber.isEmpty() && client->isPossible(); });
     }
 
     /// Whether the service is believed; it tells one key for that.
@@ -103,7 +104,7 @@ protected:
     {
         const auto before = total;
         fake.tell(1U);
-        return waitFor([this, before] { return total == before + 1; });
+        return becomesTrue([this, before] { return total == before + 1; });
     }
 
     /// Waits until the client has seen all that was sent to it.
@@ -113,7 +114,7 @@ protected:
         bool isAnswered = false;
         callLater(bus().connection(), kGetId, &application,
             [&isAnswered](const QDBusMessage&) { isAnswered = true; });
-        ASSERT_TRUE(waitFor([&isAnswered] { return isAnswered; }));
+        ASSERT_TRUE(becomesTrue([&isAnswered] { return isAnswered; }));
     }
 
     FakeCounter fake{daemon->address};
@@ -129,7 +130,7 @@ TEST_F(KeyCounterClientTest, HearsWhatTheServiceTells)
     ASSERT_TRUE(waitForTelling());
     fake.tell(3U);
     fake.tell(4U);
-    ASSERT_TRUE(waitFor([this] { return tellings == 2; }));
+    ASSERT_TRUE(becomesTrue([this] { return tellings == 2; }));
     EXPECT_EQ(total, 7);
 }
 
@@ -146,7 +147,7 @@ TEST_F(KeyCounterClientTest, IsNotPossibleWithoutService)
     EXPECT_FALSE(client->isPossible());
     bool isLater = false;
     mainLoop.runAfter(0.3, [&isLater] { isLater = true; });
-    ASSERT_TRUE(waitFor([&isLater] { return isLater; }));
+    ASSERT_TRUE(becomesTrue([&isLater] { return isLater; }));
     EXPECT_FALSE(client->isPossible());
 }
 
@@ -156,10 +157,10 @@ TEST_F(KeyCounterClientTest, IsNotPossibleWhereTheServiceFailsTwice)
     fake.isRefusing = true;
     fake.come();
     startClient();
-    ASSERT_TRUE(waitFor([this] { return fake.subscriptions == 1; }));
+    ASSERT_TRUE(becomesTrue([this] { return fake.subscriptions == 1; }));
     EXPECT_TRUE(client->isPossible()) << "it may have been about to end";
     testing::internal::CaptureStderr();
-    ASSERT_TRUE(waitFor([this] { return !client->isPossible(); }));
+    ASSERT_TRUE(becomesTrue([this] { return !client->isPossible(); }));
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
         "quillbrook: 按键计数服务不可用，暂不统计按键: no seat\n");
     EXPECT_EQ(fake.subscriptions, 2);
@@ -172,7 +173,7 @@ TEST_F(KeyCounterClientTest, WhateverARefusalSaysIsOneShortLine)
     fake.come();
     testing::internal::CaptureStderr();
     startClient();
-    ASSERT_TRUE(waitFor([this] { return fake.subscriptions == 2; }));
+    ASSERT_TRUE(becomesTrue([this] { return fake.subscriptions == 2; }));
     passOnWhatWasTold();
     const std::string told = testing::internal::GetCapturedStderr();
     EXPECT_EQ(std::ranges::count(told, '\n'), 1);
@@ -185,7 +186,7 @@ TEST_F(KeyCounterClientTest, AsksOneThatRefusedAgainNowAndThen)
     fake.isRefusing = true;
     fake.come();
     startClient();
-    ASSERT_TRUE(waitFor([this] { return !client->isPossible(); }));
+    ASSERT_TRUE(becomesTrue([this] { return !client->isPossible(); }));
     fake.isRefusing = false;
     const int before = fake.subscriptions;
     EXPECT_FALSE(client->isPossible());
@@ -202,7 +203,7 @@ TEST_F(KeyCounterClientTest, AsksOneThatRefusedAgainNowAndThen)
 TEST_F(KeyCounterClientTest, TakesUpAServiceThatComesLater)
 {
     startClient();
-    ASSERT_TRUE(waitFor([this] { return bus().isThere(); }));
+    ASSERT_TRUE(becomesTrue([this] { return bus().isThere(); }));
     fake.come();
     ASSERT_TRUE(waitForTelling());
     EXPECT_TRUE(isHeard());
@@ -215,7 +216,7 @@ TEST_F(KeyCounterClientTest, TakesUpAServiceThatStartsAnew)
     startClient();
     ASSERT_TRUE(waitForTelling());
     fake.leave();
-    ASSERT_TRUE(waitFor([this] { return fake.subscriber.isEmpty(); }));
+    ASSERT_TRUE(becomesTrue([this] { return fake.subscriber.isEmpty(); }));
     EXPECT_TRUE(client->isPossible()) << "it may be about to start anew";
     uninstall(); // what is possible from now on was proved
     fake.come();
@@ -233,7 +234,7 @@ TEST_F(KeyCounterClientTest, AServiceThatStaysAwayIsMissing)
     testing::internal::CaptureStderr();
     fake.leave();
     install();
-    ASSERT_TRUE(waitFor([this] { return !client->isPossible(); }));
+    ASSERT_TRUE(becomesTrue([this] { return !client->isPossible(); }));
     EXPECT_THAT(testing::internal::GetCapturedStderr(),
         testing::StartsWith("quillbrook: 按键计数服务不可用，暂不统计按键: "));
 }
@@ -244,7 +245,7 @@ TEST_F(KeyCounterClientTest, WithoutTheBusThereIsNoService)
     startClient();
     ASSERT_TRUE(waitForTelling());
     daemon.reset();
-    ASSERT_TRUE(waitFor([this] { return !client->isPossible(); }));
+    ASSERT_TRUE(becomesTrue([this] { return !client->isPossible(); }));
 }
 
 TEST_F(KeyCounterClientTest, ASilentServiceKeepsNobodyWaiting)
@@ -252,14 +253,14 @@ TEST_F(KeyCounterClientTest, ASilentServiceKeepsNobodyWaiting)
     fake.isSilent = true;
     fake.come();
     startClient();
-    ASSERT_TRUE(waitFor([this] { return fake.subscriptions > 0; }));
+    ASSERT_TRUE(becomesTrue([this] { return fake.subscriptions > 0; }));
     EXPECT_FALSE(client->isPossible());
     install();
     EXPECT_TRUE(client->isPossible());
     fake.tell(5U);
     bool isLater = false;
     mainLoop.runAfter(0.2, [&isLater] { isLater = true; });
-    ASSERT_TRUE(waitFor([&isLater] { return isLater; }));
+    ASSERT_TRUE(becomesTrue([&isLater] { return isLater; }));
     EXPECT_EQ(total, 0) << "nobody is believed before he has answered";
 }
 
@@ -342,13 +343,13 @@ TEST_F(KeyCounterClientTest, AnotherUsersServiceDoesntCount)
         said += other.readAllStandardOutput();
         return said.contains(word);
     };
-    ASSERT_TRUE(waitFor([&hasSaid] { return hasSaid("there"); }));
+    ASSERT_TRUE(becomesTrue([&hasSaid] { return hasSaid("there"); }));
     testing::internal::CaptureStderr();
     startClient();
     install();
-    EXPECT_TRUE(waitFor([&hasSaid] { return hasSaid("told"); }));
+    EXPECT_TRUE(becomesTrue([&hasSaid] { return hasSaid("told"); }));
     passOnWhatWasTold();
-    EXPECT_TRUE(waitFor([this] { return !client->isPossible(); }));
+    EXPECT_TRUE(becomesTrue([this] { return !client->isPossible(); }));
     EXPECT_EQ(total, 0);
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
         "quillbrook: 按键计数服务属于另一个用户，不采用它的数字\n");
@@ -364,7 +365,7 @@ TEST_F(KeyCounterClientTest, UnsubscribesWhenNothingIsWanted)
     ASSERT_TRUE(isHeard());
     const QString us = fake.subscriber;
     client->setWanted(false);
-    ASSERT_TRUE(waitFor([this] { return fake.subscriber.isEmpty(); }));
+    ASSERT_TRUE(becomesTrue([this] { return fake.subscriber.isEmpty(); }));
     fake.subscriber = us;
     fake.tell(5U);
     fake.subscriber.clear();

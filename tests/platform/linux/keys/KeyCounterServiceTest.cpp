@@ -1,5 +1,6 @@
 #include "platform/linux/keys/DeviceKeyCounting.h"
 
+#include "support/BecomesTrue.h"
 #include "tests/keycounter/PipeKeyboards.h"
 #include "tests/platform/linux/keys/KeysFixture.h"
 
@@ -70,13 +71,13 @@ protected:
     void startCounting()
     {
         counting = std::make_unique<DeviceKeyCounting>(ownFolder(), devices, seats, surroundings());
-        ASSERT_TRUE(waitFor([this] { return counting->isPossible(); }));
+        ASSERT_TRUE(becomesTrue([this] { return counting->isPossible(); }));
         ASSERT_TRUE(counting->addGlobalMonitor([this] { ++count; }));
     }
 
     bool waitForCount(int wanted)
     {
-        return waitFor([this, wanted] { return count >= wanted; }) && count == wanted;
+        return becomesTrue([this, wanted] { return count >= wanted; }) && count == wanted;
     }
 
     PipeDevices devices{};
@@ -106,7 +107,7 @@ TEST_F(KeyCounterServiceTest, CountsNothingWhileAnotherUserIsActive)
     keyboard.write(repeated(typed(KEY_A), 5));
     bool isLater = false;
     mainLoop.runAfter(1.2, [&isLater] { isLater = true; });
-    ASSERT_TRUE(waitFor([&isLater] { return isLater; }));
+    ASSERT_TRUE(becomesTrue([&isLater] { return isLater; }));
     setActiveUser(getuid());
     keyboard.write(typed(KEY_A));
     EXPECT_TRUE(waitForCount(2)) << count;
@@ -120,10 +121,10 @@ TEST_F(KeyCounterServiceTest, GoesOnWithAServiceThatWasKilledAndStartedAnew)
     keyboard.write(typed(KEY_A));
     ASSERT_TRUE(waitForCount(1)) << count;
     stopService();
-    ASSERT_TRUE(waitFor([this] { return !counting->isPossible(); }));
+    ASSERT_TRUE(becomesTrue([this] { return !counting->isPossible(); }));
     keyboard.hangUp();
     startService();
-    ASSERT_TRUE(waitFor([this] { return counting->isPossible(); }));
+    ASSERT_TRUE(becomesTrue([this] { return counting->isPossible(); }));
     keyboard.write(repeated(typed(KEY_A), 3));
     EXPECT_TRUE(waitForCount(4)) << count;
 }
@@ -138,7 +139,7 @@ TEST_F(KeyCounterServiceTest, LeavesTheServiceWhenTheKeyboardsMayBeReadHere)
 
     // The same keyboard, as we may read it from now on.
     PipeKeyboard same(directory.path() / "own" / "event0");
-    EXPECT_TRUE(waitFor([&keyboard] { return keyboard.isLeft(); }));
+    EXPECT_TRUE(becomesTrue([&keyboard] { return keyboard.isLeft(); }));
     EXPECT_TRUE(counting->isPossible());
     same.write(repeated(typed(KEY_A), 3));
     EXPECT_TRUE(waitForCount(4)) << count;

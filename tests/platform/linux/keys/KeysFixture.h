@@ -10,13 +10,10 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
-#include <QDeadlineTimer>
-#include <QTimer>
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <memory>
 
 namespace quillbrook {
@@ -48,17 +45,6 @@ protected:
             systemBus = std::make_unique<Bus>(Bus::Kind::system, mainLoop, workQueues);
         }
         return *systemBus;
-    }
-
-    static bool waitFor(const std::function<bool()>& condition)
-    {
-        QTimer tick; // lets the loop look again where no event comes
-        tick.start(10);
-        QDeadlineTimer deadline(20'000);
-        while (!condition() && !deadline.hasExpired()) {
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        }
-        return condition();
     }
 
     int argc = 0;

@@ -1,6 +1,7 @@
 #include "platform/linux/shells/KWinScript.h"
 
 #include "base/Text.h"
+#include "support/BecomesTrue.h"
 #include "tests/platform/linux/shells/ShellFixture.h"
 
 #include <QDBusPendingCall>

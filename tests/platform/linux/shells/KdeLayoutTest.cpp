@@ -1,5 +1,6 @@
 #include "platform/linux/shells/KdeLayout.h"
 
+#include "support/BecomesTrue.h"
 #include "tests/platform/linux/shells/ShellFixture.h"
 
 #include <QDBusArgument>

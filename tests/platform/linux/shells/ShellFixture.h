@@ -3,13 +3,13 @@
 #include "platform/linux/bus/Bus.h"
 #include "platform/qt/QtMainLoop.h"
 #include "platform/qt/QtWorkQueues.h"
+#include "support/BecomesTrue.h"
 #include "tests/platform/linux/bus/PrivateBus.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
-#include <QDeadlineTimer>
 
 #include <gtest/gtest.h>
 
@@ -76,16 +76,6 @@ protected:
     {
         sessionBus.reset();
         qunsetenv("DBUS_SESSION_BUS_ADDRESS");
-    }
-
-    template <typename Condition>
-    static bool becomesTrue(Condition condition)
-    {
-        const QDeadlineTimer limit(5000);
-        while (!condition() && !limit.hasExpired()) {
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
-        }
-        return condition();
     }
 
     int count = 1;

@@ -1,10 +1,10 @@
 #include "platform/linux/shells/Sway.h"
 
 #include "platform/qt/QtMainLoop.h"
+#include "support/BecomesTrue.h"
 #include "support/TemporaryDirectory.h"
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
 
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -50,17 +50,6 @@ protected:
     {
         const std::string bytes = swayMessage(type, json);
         ASSERT_EQ(write(peer, bytes.data(), bytes.size()), ssize_t(bytes.size()));
-    }
-
-    template <typename Condition>
-    static bool becomesTrue(Condition condition)
-    {
-        QElapsedTimer timer;
-        timer.start();
-        while (!condition() && timer.elapsed() < 5000) {
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
-        }
-        return condition();
     }
 
     int count = 1;

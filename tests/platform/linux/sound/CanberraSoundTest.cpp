@@ -2,6 +2,7 @@
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/XcbReply.h"
 #include "platform/linux/x11/XkbProtocol.h"
+#include "support/BecomesTrue.h"
 #include "support/TemporaryDirectory.h"
 #include "support/XServer.h"
 
@@ -9,7 +10,6 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <QElapsedTimer>
 
 #include <fcntl.h>
@@ -20,7 +20,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -30,7 +29,6 @@ namespace {
 
 using testing::ElementsAre;
 
-constexpr int kPatienceMs = 20000;
 constexpr int kAtOnceMs = 200;
 
 /// Environment variables of a test, put back at its end.
@@ -78,21 +76,11 @@ protected:
         sound.play(name, [this](bool isThere) { answers.push_back(isThere); });
     }
 
-    bool runUntil(const std::function<bool()>& isDone)
-    {
-        const QDeadlineTimer deadline(kPatienceMs);
-        while (!isDone() && !deadline.hasExpired()) {
-            QCoreApplication::processEvents(QEventLoop::AllEvents);
-            usleep(1000);
-        }
-        return isDone();
-    }
-
     bool answerOf(std::string_view name)
     {
         CanberraSound sound(x11);
         play(sound, name);
-        EXPECT_TRUE(runUntil([this] { return !answers.empty(); }));
+        EXPECT_TRUE(becomesTrue([this] { return !answers.empty(); }));
         return answers == std::vector{true};
     }
 
@@ -131,7 +119,7 @@ TEST_F(CanberraSoundTest, PlaysBothSoundsOfTheBell)
     play(sound, "Glass");
     play(sound, "Ping");
     EXPECT_THAT(answers, ElementsAre());
-    EXPECT_TRUE(runUntil([this] { return answers.size() == 2; }));
+    EXPECT_TRUE(becomesTrue([this] { return answers.size() == 2; }));
     EXPECT_THAT(answers, ElementsAre(true, true));
 }
 
@@ -152,10 +140,10 @@ TEST_F(CanberraSoundTest, TakesADeviceThatComesLater)
     setDevice("{ type hw card 31 }");
     CanberraSound sound(x11);
     play(sound, "Glass");
-    ASSERT_TRUE(runUntil([this] { return answers.size() == 1; }));
+    ASSERT_TRUE(becomesTrue([this] { return answers.size() == 1; }));
     setDevice("{ type null }");
     play(sound, "Glass");
-    ASSERT_TRUE(runUntil([this] { return answers.size() == 2; }));
+    ASSERT_TRUE(becomesTrue([this] { return answers.size() == 2; }));
     EXPECT_THAT(answers, ElementsAre(false, true));
 }
 
@@ -185,7 +173,7 @@ TEST_F(CanberraSoundTest, WaitsForNoDeviceThatDoesNotAnswer)
             play(sound, "Glass");
         }
         EXPECT_LT(watch.elapsed(), kAtOnceMs);
-        ASSERT_TRUE(runUntil([this] { return answers.size() == 2; }));
+        ASSERT_TRUE(becomesTrue([this] { return answers.size() == 2; }));
         EXPECT_THAT(answers, ElementsAre(false, false)); // those that are too many
         watch.start();
     }
@@ -206,7 +194,7 @@ TEST_F(CanberraSoundTest, BeepsWithTheBellOfTheDisplay)
     const std::uint8_t xkb = xcb_get_extension_data(client, &xcb_xkb_id)->first_event;
     int bells = 0;
     CanberraSound(display).beep();
-    EXPECT_TRUE(runUntil([&] {
+    EXPECT_TRUE(becomesTrue([&] {
         while (xcb_generic_event_t* event = xcb_poll_for_event(client)) {
             bells += event->response_type == xkb ? 1 : 0;
             free(event);

@@ -5,6 +5,7 @@
 #include "platform/linux/wayland/CompositorOutputs.h"
 #include "platform/linux/wayland/WlrToplevels.h"
 #include "platform/virtual/VirtualMainLoop.h"
+#include "support/BecomesTrue.h"
 #include "support/TemporaryDirectory.h"
 
 #include <QCoreApplication>
@@ -88,17 +89,6 @@ protected:
     void offer(std::uint32_t name, const std::string& interface, std::uint32_t version = 1) const
     {
         event(kRegistry, 0, number(name) + text(interface) + number(version));
-    }
-
-    template <typename Condition>
-    static bool becomesTrue(Condition condition)
-    {
-        QElapsedTimer timer;
-        timer.start();
-        while (!condition() && timer.elapsed() < 5000) {
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
-        }
-        return condition();
     }
 
     /// Waits until both of two things that are offered were bound.

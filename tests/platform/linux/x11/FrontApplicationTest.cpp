@@ -2,6 +2,7 @@
 
 #include "platform/linux/x11/X11HumanInput.h"
 #include "platform/linux/x11/XkbLayout.h"
+#include "support/BecomesTrue.h"
 #include "tests/platform/linux/x11/FrontFixture.h"
 
 #include <gmock/gmock.h>
@@ -246,7 +247,7 @@ TEST_F(FrontApplicationTest, AServerThatDiesLeavesTheLastAnswer)
     bringToFront("One");
     X11HumanInput input(x11);
     server.kill();
-    EXPECT_TRUE(waitFor([this] { return !x11.isUsable(); }));
+    EXPECT_TRUE(becomesTrue([this] { return !x11.isUsable(); }));
     EXPECT_EQ(frontName(), "One");
     EXPECT_EQ(input.secondsSinceLastInput(), 0);
     EXPECT_EQ(XkbLayout(x11).currentIdentifier(), std::nullopt);

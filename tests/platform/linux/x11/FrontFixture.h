@@ -2,6 +2,7 @@
 
 #include "platform/linux/applications/DesktopEntries.h"
 #include "platform/linux/x11/FrontApplication.h"
+#include "support/BecomesTrue.h"
 #include "tests/platform/linux/x11/X11Fixture.h"
 
 #include <gtest/gtest.h>
@@ -23,7 +24,7 @@ protected:
 
     bool isInFront(const std::string& className)
     {
-        return waitFor([&] { return frontName() == className; });
+        return becomesTrue([&] { return frontName() == className; });
     }
 
     void bringToFront(const std::string& className)

@@ -1,6 +1,7 @@
 #include "platform/linux/x11/X11ScreenLocker.h"
 #include "platform/linux/x11/XScreenSaverStatus.h"
 #include "platform/virtual/VirtualMainLoop.h"
+#include "support/BecomesTrue.h"
 #include "tests/platform/linux/x11/X11Fixture.h"
 
 #include <gmock/gmock.h>
@@ -204,7 +205,7 @@ protected:
 
     bool isTold(const std::vector<bool>& expected)
     {
-        return waitFor([&] { return changes == expected; });
+        return becomesTrue([&] { return changes == expected; });
     }
 
     std::vector<bool> changes{};

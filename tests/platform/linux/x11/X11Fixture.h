@@ -3,17 +3,16 @@
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/XcbReply.h"
 #include "platform/qt/QtMainLoop.h"
+#include "support/BecomesTrue.h"
 #include "support/XServer.h"
 
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
-#include <QTimer>
 
 #include <cstdint>
 #include <cstdlib>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -120,22 +119,10 @@ class X11Test : public testing::Test {
 protected:
     explicit X11Test(const std::vector<std::string>& serverOptions = {}) : server(serverOptions) {}
 
-    /// Runs the event loop until `condition` holds, or for five seconds.
-    static bool waitFor(const std::function<bool()>& condition)
-    {
-        const QDeadlineTimer deadline(5000);
-        QTimer alarm;
-        alarm.start(20);
-        while (!condition() && !deadline.hasExpired()) {
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        }
-        return condition();
-    }
-
     static void runFor(int milliseconds)
     {
         const QDeadlineTimer deadline(milliseconds);
-        waitFor([&deadline] { return deadline.hasExpired(); });
+        becomesTrue([&deadline] { return deadline.hasExpired(); });
     }
 
     static void pressKeys(const std::string& keys)

@@ -8,6 +8,7 @@
 #include "platform/linux/x11/XcbReply.h"
 #include "platform/linux/x11/XkbLayout.h"
 #include "platform/linux/x11/XkbProtocol.h"
+#include "support/BecomesTrue.h"
 #include "tests/platform/linux/x11/X11Fixture.h"
 
 #include <gtest/gtest.h>
@@ -151,7 +152,7 @@ TEST_F(KeyCountingTest, ATapOutlivesItsServer)
     tap->enable(true);
     runFor(50);
     server.kill();
-    EXPECT_TRUE(waitFor([this] { return !x11.isUsable(); }));
+    EXPECT_TRUE(becomesTrue([this] { return !x11.isUsable(); }));
     tap->enable(false);
     tap.reset();
     EXPECT_FALSE(keys.createTap([] {}));
@@ -187,9 +188,9 @@ TEST_F(X11Test, TheServersSaverTellsWhenItComesAndGoes)
     const X11ScreenSaver saver(x11, [&changes](bool isOn) { changes.push_back(isOn); });
     xcb_force_screen_saver(client.connection, XCB_SCREEN_SAVER_ACTIVE);
     client.sync();
-    EXPECT_TRUE(waitFor([&] { return changes == std::vector{true}; }));
+    EXPECT_TRUE(becomesTrue([&] { return changes == std::vector{true}; }));
     pressKeys("key a");
-    EXPECT_TRUE(waitFor([&] { return changes == std::vector{true, false}; }));
+    EXPECT_TRUE(becomesTrue([&] { return changes == std::vector{true, false}; }));
 }
 
 TEST_F(X11Test, TheLayoutIsThatOfTheGroupInUse)
