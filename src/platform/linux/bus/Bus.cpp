@@ -4,6 +4,8 @@
 #include "platform/linux/bus/BusConnecting.h"
 #include "platform/linux/words/Notice.h"
 
+#include <QDBusVariant>
+#include <QMetaType>
 #include <QPointer>
 
 #include <string>
@@ -22,6 +24,7 @@ Bus::Bus(Kind kind, MainLoop& mainLoop, WorkQueues& workQueues)
     , mainLoop(mainLoop)
     , workQueues(workQueues)
 {
+    qRegisterMetaType<QDBusVariant>(); // slots are found by the names of their types
     connectToBus();
 }
 

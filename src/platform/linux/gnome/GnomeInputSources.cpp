@@ -64,7 +64,6 @@ GnomeInputSources::GnomeInputSources(Bus& bus)
         ask(lastUsed);
     })
 {
-    qRegisterMetaType<QDBusVariant>(); // the slot is found by the names of its types
     bus.whenThere([this](QDBusConnection connection) {
         connection.connect(QString(), kPath, kSettings, QStringLiteral("SettingChanged"), this,
             SLOT(settingChanged(QString, QString, QDBusVariant, QDBusMessage)));

@@ -58,6 +58,16 @@ public:
         }
     }
 
+    /// All are told that windows shall be dark from now on.
+    void change()
+    {
+        auto signal = QDBusMessage::createSignal(QStringLiteral("/org/freedesktop/portal/desktop"),
+            QStringLiteral("org.freedesktop.portal.Settings"), QStringLiteral("SettingChanged"));
+        signal << QStringLiteral("org.freedesktop.appearance") << QStringLiteral("color-scheme")
+               << QVariant::fromValue(QDBusVariant(QVariant::fromValue(1U)));
+        bus.send(signal);
+    }
+
     std::vector<QDBusMessage> questions{};
 
 private:
@@ -136,6 +146,15 @@ TEST_F(LinuxAppearanceTest, IsKnownAtOnceFromThenOn)
     bool isTold = false;
     appearance->whenKnown([&] { isTold = true; });
     EXPECT_TRUE(isTold);
+}
+
+TEST_F(LinuxAppearanceTest, AChangeIsFollowed)
+{
+    WaitingPortal portal(daemon.address);
+    askWhenKnown();
+    ASSERT_TRUE(becomesTrue([&] { return portal.questions.size() == 2; }));
+    portal.change();
+    EXPECT_TRUE(becomesTrue([this] { return last.isDark == true; }));
 }
 
 TEST_F(LinuxAppearanceTest, ASilentPortalIsGivenASecond)
