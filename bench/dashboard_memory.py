@@ -17,7 +17,8 @@ OPENINGS = int(sys.argv[2]) if len(sys.argv) > 2 else 3
 os.environ["QUILLBROOK"] = BUILD + "/src/shell/quillbrook"
 sys.path.insert(0, ROOT + "/tests/desktop")
 
-from desktop import Desktop, wait_for  # noqa: E402
+from desktop import Desktop  # noqa: E402
+from waiting import wait_for  # noqa: E402
 
 PAGES = ["Today", "Past", "Future", "Habit", "Focus", "Tokens", "Alerts", "关于"]
 SETTLING_SEC = 2

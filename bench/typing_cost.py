@@ -17,7 +17,8 @@ SECONDS = int(sys.argv[3]) if len(sys.argv) > 3 else 60
 os.environ["QUILLBROOK"] = BUILD + "/src/shell/quillbrook"
 sys.path.insert(0, ROOT + "/tests/desktop")
 
-from desktop import Desktop, wait_for  # noqa: E402
+from desktop import Desktop  # noqa: E402
+from waiting import wait_for  # noqa: E402
 
 
 def cpu_ms(pid):

@@ -6,8 +6,8 @@ import dbus
 from dbus.mainloop.glib import DBusGMainLoop
 from gi.repository import GLib
 
-from desktop import wait_for
 from screen_reader import REGISTRY, Element
+from waiting import wait_for
 
 REGISTRY_PATH = "/org/a11y/atspi/registry"
 EVENT = "org.a11y.atspi.Event.Object"

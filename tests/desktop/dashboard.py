@@ -6,9 +6,10 @@ import re
 import subprocess
 
 import expectations
-from desktop import DesktopTest, wait_for
+from desktop import DesktopTest
 from keyboard_grab import is_keyboard_grabbed
 from screen_reader import Element, ScreenReader, Table
+from waiting import wait_for
 
 NOW = 1772609400  # 15:30 of a Wednesday in UTC+8
 DAYS = 31

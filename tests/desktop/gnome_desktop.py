@@ -8,8 +8,8 @@ import time
 
 import dbus
 
-from desktop import wait_for
 from screen_reader import ScreenReader
+from waiting import wait_for
 from wayland_desktop import CannotStart, OURS, WaylandDesktop, require
 
 EXTENSION = "quillbrook@tarnlow.cn"

@@ -4,7 +4,7 @@ import functools
 
 import dbus
 
-from desktop import wait_for
+from waiting import wait_for
 
 A11Y_BUS = "org.a11y.Bus"
 REGISTRY = "org.a11y.atspi.Registry"

@@ -4,9 +4,10 @@ import datetime
 import re
 import unittest
 
-from desktop import DesktopTest, wait_for
+from desktop import DesktopTest
 from screen_reader import ScreenReader
 from tray_item import TrayItem
+from waiting import wait_for
 
 DASHBOARD = "Quillbrook"
 PANEL = "关于 Quillbrook"

@@ -5,7 +5,8 @@ import signal
 import subprocess
 import unittest
 
-from desktop import DesktopTest, wait_for
+from desktop import DesktopTest
+from waiting import wait_for
 
 LIGHT = (0xEC, 0xEC, 0xEC)
 DARK = (0x1E, 0x1E, 0x1E)

@@ -5,8 +5,9 @@ import subprocess
 import time
 import unittest
 
-from desktop import DesktopTest, wait_for
+from desktop import DesktopTest
 from screen_reader import ScreenReader
+from waiting import wait_for
 
 NOW = 1772609400  # 15:30 of a Wednesday in UTC+8
 SHEET = "App 分类管理"

@@ -3,8 +3,9 @@
 import os
 import unittest
 
-from desktop import DesktopTest, wait_for
+from desktop import DesktopTest
 from screen_reader import ScreenReader
+from waiting import wait_for
 
 NOW = 1772609400  # 15:30 of a Wednesday in UTC+8
 SETUP = "Quillbrook 初始设置"

@@ -5,8 +5,8 @@ import unittest
 
 import dbus
 
-from desktop import wait_for
 from gnome_desktop import GnomeDesktop
+from waiting import wait_for
 from wayland_desktop import GTK3, GTK4, OURS, QT, XTERM, WaylandDesktopTest
 
 PANEL = ("/cn/tarnlow/quillbrook/Panel", "cn.tarnlow.quillbrook.Panel")

@@ -4,7 +4,8 @@ import os
 import subprocess
 import unittest
 
-from desktop import DesktopTest, wait_for
+from desktop import DesktopTest
+from waiting import wait_for
 
 FCITX_PROFILE = """[Groups/0]
 Name=Default

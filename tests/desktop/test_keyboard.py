@@ -4,7 +4,7 @@ import unittest
 
 import expectations as expected
 from dashboard import NOW, DashboardTest
-from desktop import wait_for
+from waiting import wait_for
 
 BIRTH_YEAR = 1988
 APP = 1  # the column of Sessions

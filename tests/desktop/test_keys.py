@@ -6,7 +6,8 @@ import signal
 import sys
 import unittest
 
-from desktop import DesktopTest, wait_for
+from desktop import DesktopTest
+from waiting import wait_for
 
 HOLD_THE_KEYBOARD = """
 import ctypes, time

@@ -5,7 +5,7 @@ import unittest
 import expectations as expected
 from announcements import Announcements
 from dashboard import NOW, TITLES, DashboardTest
-from desktop import wait_for
+from waiting import wait_for
 
 TODAY = "今日"
 YEAR = 2026

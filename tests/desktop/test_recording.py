@@ -2,11 +2,11 @@
 
 import os
 import signal
-import subprocess
 import time
 import unittest
 
-from desktop import DesktopTest, wait_for
+from desktop import DesktopTest
+from waiting import wait_for
 
 TERMINAL = ("XTerm", "com.apple.Terminal.xterm")
 

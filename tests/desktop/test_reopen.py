@@ -3,7 +3,8 @@
 import os
 import unittest
 
-from desktop import DesktopTest, wait_for
+from desktop import DesktopTest
+from waiting import wait_for
 
 WINDOW_MANAGER = os.environ["WINDOW_MANAGER"]
 

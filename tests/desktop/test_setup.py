@@ -8,8 +8,9 @@ import urllib.parse
 import dbus
 import dbusmock
 
-from desktop import DesktopTest, wait_for
+from desktop import DesktopTest
 from screen_reader import ScreenReader
+from waiting import wait_for
 
 TITLE = "Quillbrook 初始设置"
 LIGHT = (0xEC, 0xEC, 0xEC)

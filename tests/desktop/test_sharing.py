@@ -5,9 +5,10 @@ import struct
 import subprocess
 import unittest
 
-from desktop import DesktopTest, wait_for
+from desktop import DesktopTest
 from keyboard_grab import is_keyboard_grabbed
 from screen_reader import ScreenReader
+from waiting import wait_for
 
 SIDEBAR = 220
 

@@ -5,9 +5,10 @@ import signal
 import subprocess
 import unittest
 
-from desktop import DesktopTest, wait_for
+from desktop import DesktopTest
 from screen_reader import ScreenReader
 from tray_item import TrayItem
+from waiting import wait_for
 
 ICON_PLATE = (0x3A, 0x3A, 0x3C)
 

@@ -5,7 +5,8 @@ import signal
 import socket
 import unittest
 
-from desktop import DesktopTest, wait_for
+from desktop import DesktopTest
+from waiting import wait_for
 
 # Without any wait of its own, the program is ready within this time even on a busy machine.
 READY_SEC = 15

@@ -6,7 +6,8 @@ import signal
 import time
 import unittest
 
-from desktop import DesktopTest, wait_for
+from desktop import DesktopTest
+from waiting import wait_for
 
 NIGHT_SEC = 120  # on the desktop's clocks
 

@@ -8,7 +8,8 @@ import stat
 import subprocess
 import unittest
 
-from desktop import DesktopTest, wait_for
+from desktop import DesktopTest
+from waiting import wait_for
 
 OLD_SCHEMA = """
 CREATE TABLE app_sessions (id INTEGER PRIMARY KEY AUTOINCREMENT, app_name TEXT NOT NULL,

@@ -6,8 +6,8 @@ import subprocess
 import sys
 import unittest
 
-from desktop import wait_for
-from test_sway import SwayDesktop
+from sway_desktop import SwayDesktop
+from waiting import wait_for
 from wayland_desktop import GTK3, WaylandDesktopTest
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "../keycounter"))

@@ -8,9 +8,10 @@ import time
 import unittest
 
 from dashboard import NOW, TITLES, Dashboard
-from desktop import DesktopTest, wait_for
+from desktop import DesktopTest
 from screen_reader import ScreenReader
 from tray_item import TrayItem
+from waiting import wait_for
 
 TODAY = NOW - (NOW + 28800) % 86400
 YESTERDAY = TODAY - 86400

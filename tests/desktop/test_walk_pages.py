@@ -10,8 +10,8 @@ import unittest
 import expectations as expected
 from bell import Bell
 from dashboard import NOW, DashboardTest
-from desktop import wait_for
 from keyboard_grab import is_keyboard_grabbed
+from waiting import wait_for
 
 SHEET = "App 分类管理"
 PANEL = "关于 Quillbrook"

@@ -2,7 +2,7 @@
 
 import dbus
 
-from desktop import wait_for
+from waiting import wait_for
 
 WATCHER = "org.kde.StatusNotifierWatcher"
 ITEM = "org.kde.StatusNotifierItem"

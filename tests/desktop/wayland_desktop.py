@@ -6,8 +6,9 @@ import shutil
 import subprocess
 import sys
 
-from desktop import Desktop, DesktopTest, wait_for
+from private_session import PrivateSession, SessionTest
 from screen_reader import ScreenReader
+from waiting import wait_for
 
 ENTRY = """[Desktop Entry]
 Type=Application
@@ -25,14 +26,14 @@ OURS = "cn.tarnlow.quillbrook"
 WINDOW_SCRIPT = os.path.join(os.path.dirname(os.path.abspath(__file__)), "gtk_window.py")
 
 
-class WaylandDesktop(Desktop):
+class WaylandDesktop(PrivateSession):
     """What every compositor's desktop has. The clocks of the recorder alone run fast: an idle
     notice, five seconds of the compositor's, is late by the other clocks."""
 
     def __init__(self, speed=20):
-        super().__init__(speed, window_manager=None)
+        super().__init__(speed)
 
-    def _start_x_server(self):
+    def start_display(self):
         for name in ("DISPLAY", "WAYLAND_DISPLAY", "SWAYSOCK"):
             self.env.pop(name, None)
         self.env["GSETTINGS_BACKEND"] = "memory"
@@ -124,7 +125,7 @@ def as_other_user(arguments, folder=None):
             "--clear-groups"] + arguments
 
 
-class WaylandDesktopTest(DesktopTest):
+class WaylandDesktopTest(SessionTest):
     """What has to hold on every Wayland desktop. A compositor that can't start here is skipped."""
 
     def open_wayland(self, kind, **options):

@@ -11,12 +11,15 @@ import struct
 import subprocess
 import sys
 import tempfile
-import time
 import unittest
 
 import dbus
 
 HERE = os.path.dirname(os.path.abspath(__file__))
+sys.path.insert(0, os.path.join(HERE, "../desktop"))
+
+from waiting import wait_for  # noqa: E402
+
 PACKAGING = os.path.join(HERE, "../../packaging/keycounter")
 IS_ROOT = os.getuid() == 0
 # Users that every system has, as a bus lets in none that it can't look up: for the service, for two
@@ -55,18 +58,6 @@ BUS_CONFIG = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Config
   <include>{policy}</include>
 </busconfig>
 """
-
-
-def wait_for(condition, what, timeout=30.0):
-    """Waits until `condition` gives something true, and returns it."""
-    end = time.monotonic() + timeout
-    while True:
-        result = condition()
-        if result:
-            return result
-        if time.monotonic() > end:
-            raise AssertionError("waited in vain for " + what)
-        time.sleep(0.02)
 
 
 def event(kind, code, value):

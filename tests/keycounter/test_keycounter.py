@@ -11,7 +11,8 @@ import xml.etree.ElementTree
 import dbus
 
 from counter_bus import (ANNA, BERT, EV_SYN, IS_ROOT, KEY_A, KEY_LEFTSHIFT, NAME, PATH, SERVICE,
-                         STRANGER, CounterBusTest, event, press, typed, voluntary_switches, wait_for)
+                         STRANGER, CounterBusTest, event, press, typed, voluntary_switches)
+from waiting import wait_for
 
 needs_root = unittest.skipUnless(IS_ROOT, "only root can act as several users")
 
