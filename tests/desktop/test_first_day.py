@@ -19,7 +19,7 @@ OWN_CATEGORY = "理财"  # the last one of the list
 class FirstDayTest(DesktopTest):
     def setUp(self):
         # Recording begins with the first full minute that finds somebody there.
-        self.open_desktop(speed=6, now=NOW)
+        self.open_desktop(speed=20, now=NOW)
         os.remove(self.desktop.home + "/config/tarnlow.cn/quillbrook.conf")
         self.reader = ScreenReader(self.desktop)
 

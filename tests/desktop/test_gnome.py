@@ -64,7 +64,7 @@ class GnomeTest(WaylandDesktopTest):
         self.assertEqual(desktop.session_names(), [GTK3[1]] * 2)
 
     def test_a_person_who_went_is_idle(self):
-        self.open()
+        self.open(speed=60)
         recorder_began = time.monotonic()
         self.work_in_gtk3()
         desktop = self.desktop
@@ -73,9 +73,9 @@ class GnomeTest(WaylandDesktopTest):
         desktop.wait_for_session(GTK3[1], 2)
 
     def test_a_person_at_work_is_not_idle(self):
-        desktop = self.open()
+        desktop = self.open(speed=60)
         self.work_in_gtk3()
-        for _ in range(10):
+        for _ in range(5):
             desktop.touch()
             desktop.let_minutes_pass(2)
         self.assertEqual(desktop.idles(), [])

@@ -38,14 +38,16 @@ AS_RECORDS = range(1, 65)  # bytes a key
 AS_BLOCKS = range(48, 129, 16)  # bytes a key, where each has memory of its own
 
 
-def without_empty_pages(memory):
-    return b"".join(page for page in (memory[at:at + 4096] for at in range(0, len(memory), 4096))
-                    if page.strip(b"\0"))
+EMPTY_PAGE = bytes(4096)
 
 
-def memory_of(pid, is_wanted):
-    """The process's memory in all maps that can be read and whose line is wanted, but for the
-    pages that hold nothing."""
+def pages_of(memory):
+    return [memory[at:at + len(EMPTY_PAGE)] for at in range(0, len(memory), len(EMPTY_PAGE))]
+
+
+def memory_of(pid, is_wanted, known=frozenset((EMPTY_PAGE,))):
+    """The process's memory in all maps that can be read and whose line is wanted, but for pages
+    that are known."""
     found = []
     with open("/proc/%d/maps" % pid, encoding="utf-8") as maps, \
             open("/proc/%d/mem" % pid, "rb", buffering=0) as memory:
@@ -54,10 +56,17 @@ def memory_of(pid, is_wanted):
             if line.split()[1].startswith("r") and is_wanted(line):
                 try:
                     memory.seek(begin)
-                    found.append(without_empty_pages(memory.read(end - begin)))
+                    found.append(b"".join(page for page in pages_of(memory.read(end - begin))
+                                          if page not in known))
                 except (OSError, OverflowError, ValueError):
                     continue  # the kernel's own pages
     return found
+
+
+def pages_in(pid):
+    """All that the pages of a process hold, to tell those that change later."""
+    return {page for part in memory_of(pid, lambda line: True) for page in pages_of(part)} | {
+        EMPTY_PAGE}
 
 
 def holds(memory, pieces, strides):
@@ -183,15 +192,17 @@ class KeysTest(DesktopTest):
         secrets = ["qzjxvk7wpm3hd9xgzb", "wq8gzxk2jvbn4fpqmz", "mzkq1xjw5yvt6hgkxw"]
         texts = pieces_of([secret.encode() for secret in secrets])
         codes = pieces_of([self.key_codes_of(secret) for secret in secrets])
+        known = self.pages_before(recorder.pid)
+        known_of_reader = pages_in(reader.pid)
         for secret in secrets:
             desktop.type(secret)
             desktop.press("Return")
         typed = sum(len(secret) + 1 for secret in secrets)
         # At once, before other events could cover remains, and again after the flush.
-        self.expect_nothing_in_memory(recorder.pid, texts, codes)
+        self.expect_nothing_in_memory(recorder.pid, known, texts, codes)
         wait_for(lambda: self.total() >= typed, "the flush")
         self.assertEqual(self.total(), typed, "all keys came to us")
-        self.expect_nothing_in_memory(recorder.pid, texts, codes)
+        self.expect_nothing_in_memory(recorder.pid, known, texts, codes)
 
         files = [os.path.join(folder, name) for folder, _, names in os.walk(desktop.data)
                  for name in names] + [desktop.home + "/output"]
@@ -201,12 +212,12 @@ class KeysTest(DesktopTest):
                 self.assertFalse(holds([file.read()], texts + codes, range(1, 9)), path)
 
         # The same search finds both where they are.
-        self.assertTrue(holds(memory_of(reader.pid, is_writable), texts, AS_TEXT))
+        self.assertTrue(holds(memory_of(reader.pid, is_writable, known_of_reader), texts, AS_TEXT))
         keeper = desktop.spawn(
             [sys.executable, "-c", KEEP_KEY_CODES, self.key_codes_of(secrets[0]).hex()], stdout=-1)
         self.addCleanup(keeper.stdout.close)
         self.assertEqual(keeper.stdout.readline(), b"kept\n")
-        self.assertTrue(holds(memory_of(keeper.pid, is_writable), codes, AS_RECORDS))
+        self.assertTrue(holds(memory_of(keeper.pid, is_writable, known), codes, AS_RECORDS))
 
     def test_keys_that_came_in_one_go_leave_nothing_behind(self):
         # Memory is given out and freed for each of them, in their order or against it.
@@ -215,22 +226,29 @@ class KeysTest(DesktopTest):
         codes = pieces_of([self.key_codes_of(secret[:54])])
         codes += [piece[::-1] for piece in codes]
         memories = []
+        known = self.pages_before(recorder.pid)
         for _ in range(3):
             os.kill(recorder.pid, signal.SIGSTOP)
             self.desktop.tool("xdotool", "type", "--delay", "0", secret)
             os.kill(recorder.pid, signal.SIGCONT)
             wait_for(lambda: is_asleep(recorder.pid), "the end of the work on these keys")
             # Looked at more than once, as other work soon covers what lies there.
-            memories += [memory_of(recorder.pid, is_writable) for _ in range(3)]
+            memories += [memory_of(recorder.pid, is_writable, known) for _ in range(3)]
         self.wait_for_total(3 * len(secret))
         for memory in memories:
             self.assertFalse(holds(memory, codes, AS_BLOCKS))
 
-    def expect_nothing_in_memory(self, pid, texts, codes):
-        memory = memory_of(pid, lambda line: True)
-        self.assertGreater(sum(map(len, memory)), 5_000_000)
+    def pages_before(self, pid):
+        """What a process's pages hold before keys that can't be in any of them."""
+        known = pages_in(pid)
+        self.assertGreater(len(known) * len(EMPTY_PAGE), 5_000_000)
+        return known
+
+    def expect_nothing_in_memory(self, pid, known, texts, codes):
+        memory = memory_of(pid, lambda line: True, known)
+        self.assertTrue(any(memory), "the rest of the program's memory changes")
         self.assertFalse(holds(memory, texts, AS_TEXT), "typed text")
-        self.assertFalse(holds(memory_of(pid, is_writable), codes, AS_RECORDS), "key codes")
+        self.assertFalse(holds(memory_of(pid, is_writable, known), codes, AS_RECORDS), "key codes")
 
 
 if __name__ == "__main__":

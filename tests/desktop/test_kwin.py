@@ -8,7 +8,7 @@ from wayland_desktop import WaylandDesktopTest
 
 class KWinTest(WaylandDesktopTest):
     def setUp(self):
-        self.open_wayland(KWinDesktop, speed=60 if "idle" in self.id() else 20)
+        self.open_wayland(KWinDesktop)
 
     def test_each_front_is_a_session(self):
         self.check_each_front_is_a_session()

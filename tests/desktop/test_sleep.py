@@ -9,7 +9,7 @@ import unittest
 from desktop import DesktopTest
 from waiting import wait_for
 
-NIGHT_SEC = 120  # on the desktop's clocks
+NIGHT_SEC = 60  # on the desktop's clocks
 
 
 class SleepTest(DesktopTest):

@@ -12,7 +12,7 @@ from wayland_desktop import GTK3, WaylandDesktopTest
 
 class SwayTest(WaylandDesktopTest):
     def setUp(self):
-        self.open_wayland(SwayDesktop, speed=60 if "idle" in self.id() else 20)
+        self.open_wayland(SwayDesktop)
 
     def test_each_front_is_a_session(self):
         self.check_each_front_is_a_session()
