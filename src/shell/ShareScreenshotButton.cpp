@@ -1,5 +1,6 @@
 #include "shell/ShareScreenshotButton.h"
 
+#include "base/PrivateFiles.h"
 #include "pages/figures/ScreenshotCrop.h"
 
 #include <QApplication>
@@ -22,6 +23,7 @@ constexpr QPoint kMenuPlace(36, 22 + 1);
 
 void writePng(const QString& path, const QImage& picture)
 {
+    const UsualFileModes usual;
     QSaveFile file(path);
     if (file.open(QIODevice::WriteOnly) && picture.save(&file, "PNG")) {
         file.commit();

@@ -1,3 +1,4 @@
+#include "base/PrivateFiles.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/bus/BusConnecting.h"
 #include "platform/linux/bus/BusInstance.h"
@@ -35,6 +36,7 @@ void leaveStartingToTheLoginItem(QSessionManager& session)
 
 int main(int argc, char** argv)
 {
+    quillbrook::makeFilesPrivate();
     // A reader of our output that is gone must not end the recording.
     std::signal(SIGPIPE, SIG_IGN);
 

@@ -1,6 +1,7 @@
 """The picture of the page, handed to other programs of the desktop and to files."""
 
 import os
+import stat
 import struct
 import subprocess
 import unittest
@@ -62,6 +63,9 @@ class SharingTest(DesktopTest):
         wait_for(lambda: os.path.exists(path), "the file")
         with open(path, "rb") as file:
             self.assertEqual(png_size(file.read()), self.page_size)
+        # Unlike the program's own files: who chose the place may want others to see it there.
+        os.umask(mask := os.umask(0))
+        self.assertEqual(stat.S_IMODE(os.stat(path).st_mode), 0o666 & ~mask)
 
     def test_the_menu_closes_with_escape_and_gives_the_keys_back(self):
         before = len(self.desktop.program_windows())

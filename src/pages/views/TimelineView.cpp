@@ -1,5 +1,6 @@
 #include "pages/views/TimelineView.h"
 
+#include "base/PrivateFiles.h"
 #include "pages/kit/IconButton.h"
 #include "pages/kit/Legend.h"
 #include "pages/kit/Line.h"
@@ -108,6 +109,7 @@ void TimelineView::exportCSV()
 
 void writeTextFile(const QString& path, const std::string& text)
 {
+    const UsualFileModes usual;
     QSaveFile file(path);
     if (file.open(QIODevice::WriteOnly)) {
         file.write(text.data(), static_cast<qint64>(text.size()));

@@ -1,5 +1,6 @@
 #include "platform/linux/LinuxPlatform.h"
 
+#include "base/PrivateFiles.h"
 #include "platform/linux/LinuxAppearance.h"
 #include "platform/linux/LinuxBundleValues.h"
 #include "platform/linux/LinuxChildProcess.h"
@@ -166,6 +167,7 @@ struct LinuxPlatform::Parts {
 LinuxPlatform::LinuxPlatform(std::function<void()> willShutDown)
     : parts(std::make_unique<Parts>(std::move(willShutDown)))
 {
+    takeFromOthers(parts->userDefaults.file().parent_path());
 }
 
 LinuxPlatform::~LinuxPlatform() = default;

@@ -3,7 +3,14 @@
 #include "base/WholeNumber.h"
 #include "platform/qt/QtText.h"
 
+#include <QFile>
+
 namespace quillbrook {
+
+std::filesystem::path QtUserDefaults::file() const
+{
+    return QFile::encodeName(settings.fileName()).toStdString();
+}
 
 double QtUserDefaults::doubleForKey(std::string_view key) const
 {

@@ -2,6 +2,7 @@
 
 #include "base/AtomicFile.h"
 #include "base/IsoTime.h"
+#include "base/PrivateFiles.h"
 #include "base/Text.h"
 #include "platform/BundleValues.h"
 #include "platform/Clock.h"
@@ -123,9 +124,8 @@ const fs::path& CrashReporter::cleanExitPath()
 void CrashReporter::createDataDir()
 {
     std::error_code ignored;
-    if (fs::create_directories(dataDir(), ignored)) {
-        fs::permissions(dataDir(), fs::perms::owner_all, ignored);
-    }
+    fs::create_directories(dataDir(), ignored);
+    takeFromOthers(dataDir());
 }
 
 void CrashReporter::createRunningMarker()
