@@ -1,5 +1,7 @@
 #pragma once
 
+#include "engine/LogFile.h"
+
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -13,28 +15,22 @@ class Clock;
 std::string fmtDuration(double seconds);
 
 /// The engine's log: "[2026-01-31T08:05:09Z] message", in UTC, at the end of a file and to standard
-/// output. There are no levels and no rotation. Failures to write are ignored.
+/// output. There are no levels. Failures to write are ignored.
 class MonitorLog {
 public:
     explicit MonitorLog(const Clock& clock) : clock(clock) {}
-    ~MonitorLog() { closeFile(); }
-
-    MonitorLog(const MonitorLog&) = delete;
-    MonitorLog& operator=(const MonitorLog&) = delete;
 
     /// Opens the file, made when missing. When it can't be opened, lines go to standard output
     /// only.
-    void openFile(const std::filesystem::path& path);
-    void closeFile();
+    void openFile(const std::filesystem::path& path) { file.open(path); }
+    void closeFile() { file.close(); }
 
     /// Writes one line. Bytes of `message` that are not UTF-8 become U+FFFD.
     void log(std::string_view message);
 
 private:
-    void appendToFile(std::string_view line) const;
-
     const Clock& clock;
-    int file = -1; // descriptor, -1 while none is open
+    LogFile file{};
 };
 
 } // namespace quillbrook

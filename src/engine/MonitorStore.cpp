@@ -100,8 +100,9 @@ bool MonitorStore::dbOpen(const std::filesystem::path& dbPath)
         log.log(std::string("❌ 无法打开数据库: ") + sqlite3_errmsg(connection.get()));
         return false;
     }
-    for (const char* pragma :
-        {"PRAGMA journal_mode=WAL", "PRAGMA synchronous=NORMAL", "PRAGMA busy_timeout=5000"}) {
+    // Somebody's long transaction lets the write-ahead log grow: behind it the file is cut again.
+    for (const char* pragma : {"PRAGMA journal_mode=WAL", "PRAGMA synchronous=NORMAL",
+             "PRAGMA busy_timeout=5000", "PRAGMA journal_size_limit=4194304"}) {
         sqlite3_exec(connection.get(), pragma, nullptr, nullptr, nullptr);
     }
     return true;

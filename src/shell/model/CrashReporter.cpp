@@ -16,13 +16,16 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <forward_list>
+#include <functional>
 #include <system_error>
+#include <vector>
 
 namespace quillbrook {
 
@@ -32,6 +35,21 @@ namespace {
 
 /// Whose log receives an uncaught exception; the system's handler knows no object.
 CrashReporter* installedReporter = nullptr;
+
+constexpr std::size_t kCrashLogsKept = 20;
+
+/// Whether it is crash-{eight digits}.log.
+bool isCrashLogName(std::string_view name)
+{
+    constexpr std::string_view kBefore = "crash-";
+    constexpr std::string_view kBehind = ".log";
+    if (!name.starts_with(kBefore) || !name.ends_with(kBehind)) {
+        return false;
+    }
+    name.remove_prefix(kBefore.size());
+    name.remove_suffix(kBehind.size());
+    return name.size() == 8 && name.find_first_not_of("0123456789") == std::string_view::npos;
+}
 
 /// `text` in memory that stays for the life of the process, with a NUL behind it.
 const char* keptForever(const std::string& text)
@@ -69,6 +87,7 @@ void CrashReporter::install()
         .heartbeatPath = keptForever(heartbeatPath().string())});
     installExceptionHandler();
     updateHeartbeat("启动中");
+    removeOldCrashLogs();
 }
 
 void CrashReporter::updateHeartbeat(std::string_view page)
@@ -144,6 +163,23 @@ void CrashReporter::openCrashLog()
     crashLogFD = open(crashLogPath.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644);
 }
 
+void CrashReporter::removeOldCrashLogs()
+{
+    std::vector<fs::path> logs;
+    std::error_code failure;
+    fs::directory_iterator entry(dataDir(), failure);
+    for (; !failure && entry != fs::directory_iterator(); entry.increment(failure)) {
+        // The present one stays also when a clock was wrong and others are dated after it.
+        if (isCrashLogName(entry->path().filename().string()) && entry->path() != crashLogPath) {
+            logs.push_back(entry->path());
+        }
+    }
+    std::ranges::sort(logs, std::greater());
+    for (std::size_t i = kCrashLogsKept - 1; i < logs.size(); ++i) {
+        fs::remove(logs[i], failure);
+    }
+}
+
 void CrashReporter::writeLaunchBlock()
 {
     const OsVersion os = platform.hostFacts.osVersion();
@@ -174,14 +210,12 @@ void CrashReporter::checkPreviousCrash()
 
 void CrashReporter::logToMonitorFile(std::string_view message)
 {
-    const int file = open(logPath(dataDir()).c_str(), O_WRONLY | O_CLOEXEC);
+    const int file = open(logPath(dataDir()).c_str(), O_WRONLY | O_APPEND | O_CLOEXEC);
     if (file < 0) {
         return;
     }
-    if (lseek(file, 0, SEEK_END) >= 0) {
-        const std::string line = filled("[{}] {}\n", {isoTime(platform.clock.now()), message});
-        [[maybe_unused]] const auto written = write(file, line.data(), line.size());
-    }
+    const std::string line = filled("[{}] {}\n", {isoTime(platform.clock.now()), message});
+    [[maybe_unused]] const auto written = write(file, line.data(), line.size());
     close(file);
 }
 

@@ -11,7 +11,8 @@ namespace quillbrook {
 
 /// Leaves a readable trace in the data directory when the process dies of a fault or an uncaught
 /// exception, and remembers the last page that the user looked at: the log crash-{date}.log and
-/// the small files clean_exit and heartbeat.txt, which last as long as the process runs.
+/// the small files clean_exit and heartbeat.txt, which last as long as the process runs. Of the
+/// logs the newest twenty are kept.
 ///
 /// No failure of a file ever stops the program. Main thread only; one for each process.
 class CrashReporter {
@@ -45,6 +46,7 @@ private:
     void createDataDir();
     void createRunningMarker();
     void openCrashLog();
+    void removeOldCrashLogs();
     void writeLaunchBlock();
     void checkPreviousCrash();
     void logToMonitorFile(std::string_view message);

@@ -273,6 +273,45 @@ TEST_F(CrashReporterTest, TheDataDirectoryIsTheOwnersAlone)
     EXPECT_EQ(fs::status(dataDir()).permissions(), fs::perms::owner_all);
 }
 
+TEST_F(CrashReporterTest, WhatOthersCouldReadIsTakenFromThem)
+{
+    write("monitor.db-wal", "rows");
+    fs::permissions(file("monitor.db-wal"), fs::perms(0644));
+    CrashReporter reporter(machine.platform());
+    reporter.install();
+    EXPECT_EQ(fs::status(file("monitor.db-wal")).permissions(), fs::perms(0600));
+}
+
+TEST_F(CrashReporterTest, TheNewestTwentyLogsAreKept)
+{
+    for (int day = 1; day <= 24; ++day) {
+        write("crash-202602" + std::string(day < 10 ? "0" : "") + std::to_string(day) + ".log", "");
+    }
+    write("crash-2026.log", "");
+    write("crash-20260101.log.kept", "");
+    write("crash-20260l01.log", "");
+    CrashReporter reporter(machine.platform());
+    reporter.install();
+    EXPECT_FALSE(fs::exists(file("crash-20260205.log")));
+    EXPECT_TRUE(fs::exists(file("crash-20260206.log")));
+    EXPECT_TRUE(fs::exists(file("crash-20260301.log")));
+    EXPECT_TRUE(fs::exists(file("crash-2026.log")));
+    EXPECT_TRUE(fs::exists(file("crash-20260101.log.kept")));
+    EXPECT_TRUE(fs::exists(file("crash-20260l01.log")));
+}
+
+TEST_F(CrashReporterTest, ThePresentLogStaysWhereOthersAreDatedAfterIt)
+{
+    for (int day = 10; day < 32; ++day) {
+        write("crash-203801" + std::to_string(day) + ".log", "");
+    }
+    CrashReporter reporter(machine.platform());
+    reporter.install();
+    EXPECT_THAT(logText(), HasSubstr("启动"));
+    EXPECT_FALSE(fs::exists(file("crash-20380112.log")));
+    EXPECT_TRUE(fs::exists(file("crash-20380113.log")));
+}
+
 TEST_F(CrashReporterTest, ALaunchAfterMidnightOpensANewLogAndARunningOneKeepsItsOwn)
 {
     machine.clock.set(1772380799); // 2026-03-01T23:59:59+08:00
