@@ -1,7 +1,10 @@
 #include "base/PrivateFiles.h"
+#include "platform/linux/DisplayOpening.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/bus/BusConnecting.h"
 #include "platform/linux/bus/BusInstance.h"
+#include "platform/linux/surroundings/BaseDirectories.h"
+#include "platform/linux/surroundings/OpenFiles.h"
 #include "shell/AppDelegate.h"
 #include "shell/AppIcon.h"
 
@@ -10,6 +13,7 @@
 
 #include <csignal>
 #include <cstdlib>
+#include <optional>
 #include <string>
 
 namespace {
@@ -40,6 +44,10 @@ int main(int argc, char** argv)
     // A reader of our output that is gone must not end the recording.
     std::signal(SIGPIPE, SIG_IGN);
 
+    quillbrook::putDirectoriesRight();
+    if (!quillbrook::mayOpenEnoughFiles()) {
+        return EXIT_FAILURE;
+    }
     quillbrook::hideSilentServices();
     quillbrook::BusInstance instance;
     if (instance.handOver()) {
@@ -47,7 +55,9 @@ int main(int argc, char** argv)
     }
 
     quillbrook::preferNativeWindows();
+    auto displayOpening = std::make_optional<quillbrook::DisplayOpening>();
     QApplication application(argc, argv);
+    displayOpening.reset();
     QApplication::setApplicationName(QStringLiteral("Quillbrook"));
     QApplication::setDesktopFileName(QStringLiteral("cn.tarnlow.quillbrook"));
     QApplication::setQuitOnLastWindowClosed(false);

@@ -30,7 +30,9 @@
 #include "platform/linux/sleep/SleepWatch.h"
 #include "platform/linux/sleep/WatchedMainLoop.h"
 #include "platform/linux/sound/CanberraSound.h"
+#include "platform/linux/surroundings/WritableDirectory.h"
 #include "platform/linux/wayland/WaylandConnection.h"
+#include "platform/linux/words/Notice.h"
 #include "platform/linux/words/StderrNotices.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/XWayland.h"
@@ -168,6 +170,9 @@ LinuxPlatform::LinuxPlatform(std::function<void()> willShutDown)
     : parts(std::make_unique<Parts>(std::move(willShutDown)))
 {
     takeFromOthers(parts->userDefaults.file().parent_path());
+    if (const auto data = parts->directories.dataDirectory()) {
+        tellWritingFaults(*data, parts->userDefaults.directory());
+    }
 }
 
 LinuxPlatform::~LinuxPlatform() = default;
@@ -180,9 +185,15 @@ void LinuxPlatform::setIcon(const QImage& picture)
 void preferNativeWindows()
 {
     constexpr const char* kChoice = "QT_QPA_PLATFORM";
-    if (std::getenv(kChoice) == nullptr && WaylandConnection::isCompositorThere()) {
-        setenv(kChoice, "wayland;xcb", 1);
+    if (std::getenv(kChoice) != nullptr) {
+        return;
     }
+    const bool isCompositorThere = WaylandConnection::isCompositorThere();
+    const bool isNamed = !WaylandConnection::socketOfSession().empty();
+    if (isNamed && !isCompositorThere && std::getenv("DISPLAY") != nullptr) {
+        notice("Wayland 合成器没有应答，使用 X 服务器");
+    }
+    setenv(kChoice, isCompositorThere ? "wayland;xcb" : "xcb", 1);
 }
 
 Platform LinuxPlatform::platform()

@@ -10,8 +10,9 @@ class QImage;
 namespace quillbrook {
 
 /// Lets the toolkit show its windows on the Wayland compositor where the session has one, as it
-/// would otherwise not on every desktop. A choice of the user's stands. To be called before the
-/// application object is made.
+/// would otherwise not on every desktop, else on the X server; a compositor that is named and not
+/// there is one notice. A choice of the user's stands. To be called before the application object
+/// is made.
 void preferNativeWindows();
 
 /// The Linux desktop of the user. What is missing of it, a display, a bus or a service, is one

@@ -55,6 +55,12 @@ void QtUserDefaults::setInteger(std::string_view key, std::int64_t value)
     set(key, QVariant::fromValue<qlonglong>(value));
 }
 
+std::filesystem::path QtUserDefaults::directory() const
+{
+    const QString file = settings.fileName();
+    return std::filesystem::path(QFile::encodeName(file).toStdString()).parent_path();
+}
+
 void QtUserDefaults::set(std::string_view key, const QVariant& value)
 {
     settings.setValue(toQString(key), value);

@@ -25,6 +25,9 @@ public:
     std::int64_t integerForKey(std::string_view key) const override;
     void setInteger(std::string_view key, std::int64_t value) override;
 
+    /// The directory that holds the settings' file.
+    std::filesystem::path directory() const;
+
 private:
     void set(std::string_view key, const QVariant& value);
 
