@@ -20,14 +20,18 @@ void AppDelegate::launch()
 {
     flow.applicationDidFinishLaunching();
     menuVM = std::make_unique<MenuBarVM>(platform);
-    menuBar = std::make_unique<MenuBar>(
-        *menuVM, platform.notices, [this](MenuAction action) { perform(action); });
-    menuBar->show();
     panelLabel = std::make_unique<PanelLabel>(
         *menuVM, platform.panelItem, [this](MenuAction action, const std::string& startupId) {
             const auto request = application.actFor(startupId);
             perform(action);
         });
+}
+
+void AppDelegate::showMenuBar()
+{
+    menuBar = std::make_unique<MenuBar>(
+        *menuVM, platform.notices, [this](MenuAction action) { perform(action); });
+    menuBar->show();
 }
 
 void AppDelegate::reopen(const std::string& startupId)

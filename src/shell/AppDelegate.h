@@ -39,6 +39,9 @@ public:
     /// Begins the program's life.
     void launch();
 
+    /// Shows the figures in the tray, after the launch. Waits for the tray's answer.
+    void showMenuBar();
+
     /// The user started the program again; `startupId` is what the desktop told that launch.
     void reopen(const std::string& startupId);
 

@@ -1,8 +1,8 @@
 #include "base/PrivateFiles.h"
 #include "platform/linux/DisplayOpening.h"
 #include "platform/linux/LinuxPlatform.h"
-#include "platform/linux/bus/BusConnecting.h"
 #include "platform/linux/bus/BusInstance.h"
+#include "platform/linux/bus/SilentServices.h"
 #include "platform/linux/surroundings/BaseDirectories.h"
 #include "platform/linux/surroundings/OpenFiles.h"
 #include "shell/AppDelegate.h"
@@ -55,6 +55,8 @@ int main(int argc, char** argv)
     }
 
     quillbrook::preferNativeWindows();
+    // The toolkit waits for whoever shows menus outside of windows, and the recorder with it.
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
     auto displayOpening = std::make_optional<quillbrook::DisplayOpening>();
     QApplication application(argc, argv);
     displayOpening.reset();
@@ -81,6 +83,8 @@ int main(int argc, char** argv)
     std::atexit(terminate);
 
     delegate.launch();
+    platform.whenTrayAnswers([&delegate] { delegate.showMenuBar(); });
+    platform.whenSessionBusIsThere([&instance] { instance.claim(); });
     instance.onReopen([&delegate](const std::string& startupId) { delegate.reopen(startupId); });
     return QApplication::exec();
 }

@@ -6,6 +6,7 @@ import socket
 import unittest
 
 from desktop import DesktopTest
+from tray_item import TrayItem
 from waiting import wait_for
 
 # Without any wait of its own, the program is ready within this time even on a busy machine.
@@ -70,6 +71,46 @@ class SilenceTest(DesktopTest):
         self.open_desktop(speed=1)
         self.silent_service("session", "org.kde.StatusNotifierWatcher", "/StatusNotifierWatcher")
         self.expect_readiness()
+
+    def test_a_global_menu_that_never_answers(self):
+        self.open_desktop(speed=1)
+        self.silent_service(
+            "session", "com.canonical.AppMenu.Registrar", "/com/canonical/AppMenu/Registrar")
+        self.expect_readiness()
+
+    def test_an_input_method_portal_that_never_answers(self):
+        self.open_desktop(speed=1)
+        self.desktop.env.update(QT_IM_MODULE="ibus", IBUS_USE_PORTAL="1")
+        self.silent_service("session", "org.freedesktop.portal.IBus", "/org/freedesktop/IBus")
+        self.expect_readiness()
+
+    def test_a_tray_that_answers_later(self):
+        self.open_desktop(speed=1)
+        item = TrayItem(self.desktop)
+        os.kill(item.process.pid, signal.SIGSTOP)
+        self.expect_readiness()
+        self.assertEqual(self.desktop.start_recorder().wait(timeout=READY_SEC), 0,
+                         "a second launch finds the first beside the silent tray")
+        os.kill(item.process.pid, signal.SIGCONT)
+        item.wait()
+        self.assertIn("退出", item.titles())
+
+    def test_a_session_bus_that_answers_later(self):
+        self.open_desktop()
+        desktop = self.desktop
+        desktop.open_window("xterm")
+        os.kill(desktop.session_bus_daemon.pid, signal.SIGSTOP)
+        self.expect_readiness()
+        desktop.close_dashboard()
+        desktop.type("a")
+        desktop.wait_for_session("XTerm")
+        os.kill(desktop.session_bus_daemon.pid, signal.SIGCONT)
+        wait_for(lambda: desktop.session_bus.name_has_owner("cn.tarnlow.quillbrook"), "our name")
+        desktop.set_saver_active(True)
+        desktop.wait_for_idle(3)
+        desktop.set_saver_active(False)
+        self.assertEqual(desktop.start_recorder().wait(timeout=READY_SEC), 0)
+        wait_for(lambda: desktop.windows("Quillbrook"), "the dashboard, shown again")
 
     def test_screen_readers_that_never_answer(self):
         self.open_desktop(speed=1)

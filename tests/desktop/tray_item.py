@@ -14,7 +14,7 @@ class TrayItem:
 
     def __init__(self, desktop):
         self.bus = desktop.session_bus
-        desktop.spawn(["/usr/bin/python3", "-B", "tray.py"])
+        self.process = desktop.spawn(["/usr/bin/python3", "-B", "tray.py"])
         wait_for(lambda: self.bus.name_has_owner(WATCHER), "the tray")
 
     def wait(self):

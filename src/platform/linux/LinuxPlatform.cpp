@@ -19,6 +19,7 @@
 #include "platform/linux/bus/NotificationIcon.h"
 #include "platform/linux/bus/Notifications.h"
 #include "platform/linux/bus/ScreenSaverSignals.h"
+#include "platform/linux/bus/SilentServices.h"
 #include "platform/linux/gnome/MutterScreens.h"
 #include "platform/linux/gnome/ShellExtension.h"
 #include "platform/linux/gnome/ShellExtensionSwitch.h"
@@ -180,6 +181,16 @@ LinuxPlatform::~LinuxPlatform() = default;
 void LinuxPlatform::setIcon(const QImage& picture)
 {
     parts->notifications.setIcon(notificationIcon(picture));
+}
+
+void LinuxPlatform::whenTrayAnswers(std::function<void()> body)
+{
+    quillbrook::whenTrayAnswers(parts->mainLoop, parts->workQueues, std::move(body));
+}
+
+void LinuxPlatform::whenSessionBusIsThere(std::function<void()> body)
+{
+    parts->sessionBus.whenThere([body = std::move(body)](const QDBusConnection&) { body(); });
 }
 
 void preferNativeWindows()

@@ -28,6 +28,12 @@ public:
 
     Platform platform();
 
+    /// Runs `body` as soon as a tray may be asked for, which is at once unless it keeps silent.
+    void whenTrayAnswers(std::function<void()> body);
+
+    /// Runs `body` each time that the session bus is there.
+    void whenSessionBusIsThere(std::function<void()> body);
+
     /// The picture beside the program's notifications.
     void setIcon(const QImage& picture);
 

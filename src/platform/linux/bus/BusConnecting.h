@@ -11,11 +11,14 @@ namespace quillbrook {
 class MainLoop;
 class WorkQueues;
 
+/// Refuses at once, where no address at all would let a library look for a bus by itself.
+constexpr const char* kNoBus = "unix:path=/dev/null";
+
 /// The address of the session bus as the environment names it, empty when there is none. Asking the
 /// library without one would start a bus of its own, which nobody else knows.
 QString sessionBusAddress();
 
-/// The same, also where `hideSilentServices` has hidden it.
+/// The same, also while it is hidden from the toolkit.
 QString trueSessionBusAddress();
 
 /// The address of the machine's bus.
@@ -30,11 +33,7 @@ QDBusConnection connectToAnsweringBus(const QString& address, const QString& nam
 void connectLater(WorkQueues& workQueues, MainLoop& mainLoop, const QString& address,
     const QString& name, QObject* context, std::function<void()> ended);
 
-/// Hides from the toolkit the buses that give no sign of life, as it would wait for them without
-/// end or for half a minute: the session's, IBus's and the one for screen readers; and a session
-/// manager that is silent. Takes a second
-/// or two where one is silent. To be called before the application object is made and before other
-/// threads run; the toolkit does without them until the program's end.
-void hideSilentServices();
+/// Hides the session bus from the toolkit, or not; we go on knowing it.
+void hideSessionBus(bool isHidden);
 
 } // namespace quillbrook

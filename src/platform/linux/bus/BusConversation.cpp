@@ -181,7 +181,9 @@ BusConversation::BusConversation(std::string_view address)
             if (sign == std::string_view::npos || (!isAbstract && key != "path")) {
                 continue;
             }
-            if (socket.connectTo(decoded(pair.substr(sign + 1)), isAbstract)) {
+            wasRefused = !socket.connectTo(decoded(pair.substr(sign + 1)), isAbstract)
+                && !socket.isKeptWaiting();
+            if (!wasRefused) {
                 hasEntered = logIn();
                 return;
             }

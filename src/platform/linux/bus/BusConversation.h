@@ -29,6 +29,9 @@ public:
     /// Whether the bus let us in.
     bool isAnswered() const { return hasEntered; }
 
+    /// Whether nobody listens at the address: a bus library, too, is refused there at once.
+    bool isRefused() const { return wasRefused; }
+
     /// Calls a service without starting it. Empty when no answer comes; else the answer's first
     /// argument where that is a text, and an empty text for all other answers and for errors.
     std::optional<std::string> answerTo(const BusCall& call);
@@ -47,6 +50,7 @@ private:
     LocalSocket socket{};
     std::uint32_t lastSerial = 0;
     bool hasEntered = false;
+    bool wasRefused = false;
 };
 
 } // namespace quillbrook

@@ -36,7 +36,19 @@ QVariantMap activationTokens()
 
 BusInstance::BusInstance() : bus(kConnection)
 {
-    const QString address = sessionBusAddress();
+    claimOn(sessionBusAddress());
+}
+
+void BusInstance::claim()
+{
+    if (!bus.isConnected()) {
+        QDBusConnection::disconnectFromBus(kConnection); // what is left of one that has ended
+        claimOn(trueSessionBusAddress());
+    }
+}
+
+void BusInstance::claimOn(const QString& address)
+{
     if (address.isEmpty()) {
         return;
     }

@@ -18,7 +18,8 @@ class BusInstance final : public QObject, public SingleInstance {
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
 
 public:
-    /// Claims the name. Before the application object is made, and before any file is touched.
+    /// Claims the name where the bus answers. Before the application object is made, and before any
+    /// file is touched.
     BusInstance();
     ~BusInstance() override;
 
@@ -27,6 +28,9 @@ public:
 
     /// The connection that claims the name; not connected where there is no bus.
     static QDBusConnection connection();
+
+    /// Claims it, too, on a bus that was silent, or not there, before, and answers now.
+    void claim();
 
     bool handOver() override;
     void onReopen(std::function<void(const std::string& startupId)> body) override
@@ -38,6 +42,8 @@ public Q_SLOTS:
     Q_SCRIPTABLE void Activate(const QVariantMap& platformData); // NOLINT: the interface's name
 
 private:
+    void claimOn(const QString& address);
+
     QDBusConnection bus;
     bool hasName = false;
     std::function<void(const std::string& startupId)> reopened = [](const std::string&) {};

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 
 namespace quillbrook {
 
@@ -42,6 +43,7 @@ bool LocalSocket::connectTo(std::string_view path, bool isAbstract)
     if (connect(socket, reinterpret_cast<const sockaddr*>(&name), size) == 0) {
         return true;
     }
+    keptWaiting = errno == EAGAIN;
     close(socket);
     socket = -1;
     return false;

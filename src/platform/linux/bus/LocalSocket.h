@@ -20,6 +20,9 @@ public:
     /// Connects to whoever listens at a path, or at a name that is no file. At most once.
     bool connectTo(std::string_view path, bool isAbstract);
 
+    /// Whether somebody listens there and takes in nobody more.
+    bool isKeptWaiting() const { return keptWaiting; }
+
     bool send(std::string_view bytes) const;
 
     /// The next `count` bytes, all of them.
@@ -27,6 +30,7 @@ public:
 
 private:
     int socket = -1;
+    bool keptWaiting = false;
 };
 
 } // namespace quillbrook

@@ -4,6 +4,7 @@
 #include "platform/linux/bus/BusConversation.h"
 #include "platform/linux/bus/IBusInputMethod.h"
 #include "platform/linux/bus/SessionManagerGreeting.h"
+#include "platform/linux/bus/SilentServices.h"
 #include "platform/qt/QtMainLoop.h"
 #include "platform/qt/QtWorkQueues.h"
 #include "support/BecomesTrue.h"
@@ -52,7 +53,10 @@ TEST(BusConversation, ASocketThatSaysNothingIsNoBus)
     SilentSocket silent(directory.path() / "bus");
     EXPECT_FALSE(BusConversation(silent.address()).isAnswered());
     silent.fillQueue();
-    EXPECT_FALSE(BusConversation(silent.address()).isAnswered());
+    const BusConversation waiting(silent.address());
+    EXPECT_FALSE(waiting.isAnswered());
+    EXPECT_FALSE(waiting.isRefused()) << "who listens without taking in anybody is there";
+    EXPECT_TRUE(BusConversation("unix:path=/nonexistent").isRefused());
 }
 
 TEST(BusConversation, ABusMayFallSilentInTheMiddle)
@@ -239,6 +243,16 @@ TEST_F(BusTest, SilentBusesAreHiddenFromTheToolkitAndKeptForUs)
     EXPECT_EQ(qgetenv("QT_IM_MODULE"), "compose");
     EXPECT_EQ(trueSessionBusAddress(), address);
     EXPECT_FALSE(connectToAnsweringBus(sessionBusAddress(), "hidden").isConnected());
+}
+
+TEST_F(BusTest, AnAddressAtWhichNobodyListensIsLeftToTheToolkit)
+{
+    setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent", 1);
+    hideSilentServices();
+    EXPECT_EQ(qgetenv("DBUS_SESSION_BUS_ADDRESS"), "unix:path=/nonexistent");
+    bool isAsked = false;
+    whenTrayAnswers(mainLoop, workQueues, [&] { isAsked = true; });
+    EXPECT_TRUE(isAsked);
 }
 
 TEST_F(BusTest, BusesThatAnswerStay)
