@@ -41,6 +41,13 @@ def install(folder, prefix):
     return pathlib.Path(folder + prefix)
 
 
+def exchanged_names(path, *options):
+    """The names that a program or library offers to others or asks of them."""
+    listing = subprocess.run(["nm", "--dynamic", "--format=posix", *options, path], check=True,
+                             capture_output=True, text=True).stdout
+    return {line.split()[0].split("@")[0] for line in listing.splitlines()}
+
+
 class InstalledTest(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
@@ -70,6 +77,16 @@ class InstalledTest(unittest.TestCase):
             unit = (prefix / "lib/systemd/system/quillbrook-keycounter.service").read_text()
             self.assertIn("\nExecStart=/opt/quillbrook/libexec/quillbrook-keycounter\n", unit)
             self.assertEqual([path.name for path in pathlib.Path(folder).iterdir()], ["opt"])
+
+    def test_the_program_offers_its_own_functions_and_what_its_libraries_ask_for(self):
+        # What it offers beside that would stand in for functions of later libraries.
+        program = self.prefix / "bin/quillbrook"
+        offered = exchanged_names(program, "--defined-only")
+        own = {name for name in offered if re.match("_ZNK?10quillbrook", name)}
+        self.assertGreater(len(own), 1000, "names for the crash log")
+        libraries = re.findall(r"=> (/\S+)", self.run_tool("ldd", program))
+        asked_for = set().union(*(exchanged_names(library) for library in libraries))
+        self.assertEqual(offered - own - asked_for, set())
 
     def test_the_menu_entry_is_valid_and_leads_to_the_program(self):
         path = str(self.prefix / f"share/applications/{ID}.desktop")
