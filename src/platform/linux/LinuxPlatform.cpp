@@ -170,7 +170,7 @@ struct LinuxPlatform::Parts {
 LinuxPlatform::LinuxPlatform(std::function<void()> willShutDown)
     : parts(std::make_unique<Parts>(std::move(willShutDown)))
 {
-    takeFromOthers(parts->userDefaults.file().parent_path());
+    takeFromOthers(parts->userDefaults.directory());
     if (const auto data = parts->directories.dataDirectory()) {
         tellWritingFaults(*data, parts->userDefaults.directory());
     }

@@ -7,11 +7,6 @@
 
 namespace quillbrook {
 
-std::filesystem::path QtUserDefaults::file() const
-{
-    return QFile::encodeName(settings.fileName()).toStdString();
-}
-
 double QtUserDefaults::doubleForKey(std::string_view key) const
 {
     return settings.value(toQString(key)).toDouble();

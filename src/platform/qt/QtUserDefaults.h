@@ -13,9 +13,6 @@ namespace quillbrook {
 /// on Linux tarnlow.cn/quillbrook.conf in the configuration directory.
 class QtUserDefaults final : public UserDefaults {
 public:
-    /// Where the values are kept.
-    std::filesystem::path file() const;
-
     double doubleForKey(std::string_view key) const override;
     void setDouble(std::string_view key, double value) override;
     bool boolForKey(std::string_view key) const override;
