@@ -23,7 +23,8 @@ struct PanelItemContent {
     bool operator==(const PanelItemContent&) const = default;
 };
 
-/// A place for such a text in the panel of a desktop that has no tray. Main thread only.
+/// A place for such a text in the panel of a desktop that has no tray, and whether it has one.
+/// Main thread only.
 class PanelItem {
 public:
     struct Handlers {
@@ -40,6 +41,9 @@ public:
     virtual void show(const PanelItemContent& content) = 0;
 
     virtual void setHandlers(Handlers handlers) = 0;
+
+    /// Calls `body` with whether a tray shows icons, as soon as that is known and at each change.
+    virtual void followTray(std::function<void(bool isThere)> body) = 0;
 };
 
 } // namespace quillbrook

@@ -29,8 +29,9 @@ void AppDelegate::launch()
 
 void AppDelegate::showMenuBar()
 {
-    menuBar = std::make_unique<MenuBar>(
-        *menuVM, platform.notices, [this](MenuAction action) { perform(action); });
+    menuBar = std::make_unique<MenuBar>(*menuVM, platform,
+        MenuBar::Handlers{.perform = [this](MenuAction action) { perform(action); },
+            .openWindow = [this] { reopen({}); }});
     menuBar->show();
 }
 

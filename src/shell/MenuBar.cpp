@@ -1,20 +1,32 @@
 #include "shell/MenuBar.h"
 
 #include "platform/Notices.h"
+#include "platform/PanelItem.h"
 #include "platform/qt/QtText.h"
 #include "shell/MenuBarIcon.h"
 
 #include <QCursor>
+#include <QGuiApplication>
 #include <QKeySequence>
 
 #include <utility>
 
 namespace quillbrook {
 
-MenuBar::MenuBar(MenuBarVM& model, Notices& notices, std::function<void(MenuAction)> perform)
+namespace {
+
+/// Whether windows stand where the desktop wants them, menus beside a window of their program only.
+bool isOnWayland()
+{
+    return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+}
+
+} // namespace
+
+MenuBar::MenuBar(MenuBarVM& model, const Platform& platform, Handlers handlers)
     : model(model)
-    , notices(notices)
-    , perform(std::move(perform))
+    , platform(platform)
+    , handlers(std::move(handlers))
 {
     addActions();
     updateMenu();
@@ -28,21 +40,53 @@ MenuBar::MenuBar(MenuBarVM& model, Notices& notices, std::function<void(MenuActi
     subscriptions.push_back(model.tokenCount.observe(update));
     subscriptions.push_back(model.permissionMissing.observe(update));
     connect(&menu, &QMenu::aboutToShow, this, &MenuBar::updateMenu);
-    icon.setContextMenu(&menu);
-    connect(
-        &icon, &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason reason) {
-            if (reason == QSystemTrayIcon::Trigger) {
-                menu.popup(QCursor::pos());
-            }
-        });
 }
 
 void MenuBar::show()
 {
-    if (!hasTray()) {
-        notices.tell("no tray for the menu; starting the program again opens its window");
+    if (!isOnWayland()) {
+        if (!QSystemTrayIcon::isSystemTrayAvailable()) {
+            tellNoTray();
+        }
+        showIcon(); // the X server's own way of a tray, too, and to one that comes later
+        return;
     }
-    icon.show();
+    // The toolkit looks for a tray once, when it is asked first: there has to be one by then.
+    platform.panelItem.followTray([this, watch = lifetime.watch()](bool isThere) {
+        if (watch.isOver() || icon) {
+            return;
+        }
+        isThere ? showIcon() : tellNoTray();
+    });
+}
+
+void MenuBar::tellNoTray()
+{
+    platform.notices.tell("no tray for the menu; starting the program again opens its window");
+}
+
+void MenuBar::showIcon()
+{
+    icon.emplace();
+    icon->setContextMenu(&menu);
+    connect(&*icon, &QSystemTrayIcon::activated, this,
+        [this](QSystemTrayIcon::ActivationReason reason) {
+            if (reason == QSystemTrayIcon::Trigger) {
+                clicked();
+            }
+        });
+    icon->setIcon(picture);
+    icon->setToolTip(tip);
+    icon->show();
+}
+
+void MenuBar::clicked()
+{
+    if (isOnWayland()) {
+        handlers.openWindow();
+    } else {
+        menu.popup(QCursor::pos());
+    }
 }
 
 void MenuBar::addActions()
@@ -50,7 +94,7 @@ void MenuBar::addActions()
     const auto add = [this](MenuAction action, const QKeySequence& shortcut = {}) {
         QAction* entry = menu.addAction(QString());
         entry->setShortcut(shortcut);
-        connect(entry, &QAction::triggered, this, [this, action] { perform(action); });
+        connect(entry, &QAction::triggered, this, [this, action] { handlers.perform(action); });
         actions.emplace(action, entry);
     };
     add(MenuAction::showAlerts);
@@ -72,9 +116,13 @@ void MenuBar::updateLabel()
     }
     drawnLabel = label;
     isDrawnAsWarning = isWarning;
-    icon.setIcon(menuBarIcon(label, isWarning));
-    const QString tip = QStringLiteral("Quillbrook · 今日 ") + label;
-    icon.setToolTip(isWarning ? QStringLiteral("⚠ ") + tip : tip);
+    picture = menuBarIcon(label, isWarning);
+    tip = (isWarning ? QStringLiteral("⚠ ") : QString()) + QStringLiteral("Quillbrook · 今日 ")
+        + label;
+    if (icon) {
+        icon->setIcon(picture);
+        icon->setToolTip(tip);
+    }
 }
 
 void MenuBar::updateMenu()

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "base/Lifetime.h"
 #include "base/Property.h"
+#include "platform/Platform.h"
 #include "shell/model/MenuBarVM.h"
 
 #include <QAction>
+#include <QIcon>
 #include <QMenu>
 #include <QObject>
 #include <QString>
@@ -11,21 +14,25 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <vector>
 
 namespace quillbrook {
 
-class Notices;
-
 /// The program's one always-visible face: today's active time in the tray, and its menu, on a click
-/// of either button. Main thread only; needs the application object.
+/// of either button; on Wayland, where a program can't place a menu, the first opens the window.
+/// Main thread only; needs the application object.
 class MenuBar final : public QObject {
     Q_OBJECT
 
 public:
-    /// `perform` does what the entries of the menu promise. `model` and `notices` outlive the menu
-    /// bar.
-    MenuBar(MenuBarVM& model, Notices& notices, std::function<void(MenuAction)> perform);
+    struct Handlers {
+        std::function<void(MenuAction)> perform{}; ///< does what the entries of the menu promise
+        std::function<void()> openWindow{}; ///< for a click where no menu can be shown
+    };
+
+    /// `model` and the parts of `platform` outlive the menu bar.
+    MenuBar(MenuBarVM& model, const Platform& platform, Handlers handlers);
 
     MenuBar(const MenuBar&) = delete;
     MenuBar& operator=(const MenuBar&) = delete;
@@ -34,27 +41,30 @@ public:
     /// there is none now.
     void show();
 
-    /// Whether a tray is there to show the icon.
-    static bool hasTray() { return QSystemTrayIcon::isSystemTrayAvailable(); }
-
     const QMenu& shownMenu() const { return menu; }
-    QString toolTip() const { return icon.toolTip(); }
-    QIcon shownIcon() const { return icon.icon(); }
+    const QString& toolTip() const { return tip; }
+    const QIcon& shownIcon() const { return picture; }
 
 private:
     void addActions();
+    void showIcon();
+    void clicked();
+    void tellNoTray();
     void updateLabel();
     void updateMenu();
 
     MenuBarVM& model;
-    Notices& notices;
-    std::function<void(MenuAction)> perform;
+    Platform platform;
+    Handlers handlers;
     QMenu menu{}; // outlives the icon, which shows it
-    QSystemTrayIcon icon{};
+    std::optional<QSystemTrayIcon> icon{};
+    QIcon picture{};
+    QString tip{};
     std::map<MenuAction, QAction*> actions{}; // owned by the menu
     QString drawnLabel{};
     bool isDrawnAsWarning = false;
     std::vector<Subscription> subscriptions{};
+    Lifetime lifetime{};
 };
 
 } // namespace quillbrook

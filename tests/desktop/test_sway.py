@@ -1,11 +1,13 @@
 """The real program in a real sway: what is done, and the rows that tell of it."""
 
+import json
 import unittest
 
 from dashboard import Dashboard
 from screen_reader import ScreenReader
 from sway_desktop import SwayDesktop
 from test_sharing import SIDEBAR, png_size
+from tray_item import TrayItem
 from waiting import wait_for
 from wayland_desktop import GTK3, WaylandDesktopTest
 
@@ -59,6 +61,20 @@ class SwayTest(WaylandDesktopTest):
         desktop.press("space", "Down", "Return")  # the menu takes the keys at once
         width, height = reader.wait_for("frame", "Quillbrook").rect[2:]
         wait_for(lambda: png_size(desktop.clipboard()) == (width - SIDEBAR, height), "the picture")
+
+    def test_a_bar_that_comes_later_shows_the_icon(self):
+        desktop = self.desktop
+        recorder = desktop.start_recorder_and_wait()
+        config = desktop.home + "/bar.json"
+        with open(config, "w", encoding="utf-8") as file:
+            json.dump({"modules-right": ["tray"]}, file)
+        item = TrayItem(desktop, ["waybar", "--config", config, "--style", "/dev/null"])
+        item.wait()
+        self.assertIn("刷新数据", item.titles())
+        item.activate()
+        ScreenReader(desktop).wait_for("list item", "Habit")  # of the dashboard
+        item.click("退出")
+        self.assertEqual(recorder.wait(timeout=60), 0)
 
     def test_without_sways_own_socket(self):
         desktop = self.desktop

@@ -10,11 +10,11 @@ MENU = "com.canonical.dbusmenu"
 
 
 class TrayItem:
-    """The only item of a tray of its own, which it starts."""
+    """The only item of a tray, which it starts: a panel of the test's own, or a real one."""
 
-    def __init__(self, desktop):
+    def __init__(self, desktop, panel=("/usr/bin/python3", "-B", "tray.py")):
         self.bus = desktop.session_bus
-        self.process = desktop.spawn(["/usr/bin/python3", "-B", "tray.py"])
+        self.process = desktop.spawn(list(panel))
         wait_for(lambda: self.bus.name_has_owner(WATCHER), "the tray")
 
     def wait(self):
@@ -43,6 +43,11 @@ class TrayItem:
                            ignore_reply=True)
         self.bus.flush()
 
+    def activate(self):
+        """What a panel says when the icon is clicked."""
+        self._object("/StatusNotifierItem").Activate(
+            dbus.Int32(9), dbus.Int32(9), dbus_interface=ITEM)
+
     def _menu(self):
         return dbus.Interface(self._object("/MenuBar"), MENU)
 
@@ -51,5 +56,6 @@ class TrayItem:
 
     def _owners(self):
         watcher = self.bus.get_object(WATCHER, "/StatusNotifierWatcher", introspect=False)
-        return watcher.Get(WATCHER, "RegisteredStatusNotifierItems",
-                           dbus_interface=dbus.PROPERTIES_IFACE)
+        items = watcher.Get(WATCHER, "RegisteredStatusNotifierItems",
+                            dbus_interface=dbus.PROPERTIES_IFACE)
+        return [item.partition("/")[0] for item in items]

@@ -48,7 +48,7 @@ protected:
 TEST_F(MenuBarTest, TheMenuAndTheTipFollowTheModel)
 {
     MenuBarVM model(machine.platform());
-    const MenuBar menuBar(model, machine.notices, [](MenuAction) {});
+    const MenuBar menuBar(model, machine.platform(), {});
     EXPECT_THAT(titles(menuBar),
         ElementsAre("Alerts：0", "Hours：--", "-", "刷新数据", "-", "开机自启：关", "退出"));
     EXPECT_EQ(menuBar.toolTip().toStdString(), "Quillbrook · 今日 --");
@@ -69,7 +69,7 @@ TEST_F(MenuBarTest, TheMenuAndTheTipFollowTheModel)
 TEST_F(MenuBarTest, TheLoginItemIsAskedEachTimeTheMenuComesUp)
 {
     MenuBarVM model(machine.platform());
-    const MenuBar menuBar(model, machine.notices, [](MenuAction) {});
+    const MenuBar menuBar(model, machine.platform(), {});
     machine.loginItem.setEnabled(true);
     emit const_cast<QMenu&>(menuBar.shownMenu()).aboutToShow();
     EXPECT_THAT(titles(menuBar), testing::Contains("开机自启：开"));
@@ -79,8 +79,8 @@ TEST_F(MenuBarTest, EachEntryPerformsItsAction)
 {
     MenuBarVM model(machine.platform());
     std::vector<MenuAction> performed;
-    const MenuBar menuBar(
-        model, machine.notices, [&](MenuAction action) { performed.push_back(action); });
+    const MenuBar menuBar(model, machine.platform(),
+        {.perform = [&](MenuAction action) { performed.push_back(action); }});
     for (QAction* entry : menuBar.shownMenu().actions()) {
         if (entry->isVisible()) {
             entry->trigger();
@@ -94,7 +94,7 @@ TEST_F(MenuBarTest, EachEntryPerformsItsAction)
 TEST_F(MenuBarTest, SaysTheWayInWhenThereIsNoTray)
 {
     MenuBarVM model(machine.platform());
-    MenuBar menuBar(model, machine.notices, [](MenuAction) {});
+    MenuBar menuBar(model, machine.platform(), {});
     menuBar.show();
     EXPECT_THAT(machine.notices.told(), ElementsAre(testing::HasSubstr("no tray for the menu")));
 }

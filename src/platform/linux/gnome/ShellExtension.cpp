@@ -16,7 +16,6 @@ namespace quillbrook {
 namespace {
 
 const auto kShell = QStringLiteral("org.gnome.Shell");
-const auto kTray = QStringLiteral("org.kde.StatusNotifierWatcher");
 const auto kPath = QStringLiteral("/cn/tarnlow/quillbrook/Panel");
 const auto kInterface = QStringLiteral("cn.tarnlow.quillbrook.Panel");
 
@@ -48,7 +47,12 @@ ShellExtension::ShellExtension(const QDBusConnection& connection)
               setFront(false, std::nullopt);
               send();
           })
-    , tray(kTray, [this] { send(); })
+    , tray([this] {
+        if (trayChanged) {
+            trayChanged(tray.isThere());
+        }
+        send();
+    })
 {
     if (bus.registerVirtualObject(kPath, this)) {
         tray.follow(bus);
@@ -66,6 +70,14 @@ void ShellExtension::show(const PanelItemContent& next)
     if (next != content) {
         content = next;
         send();
+    }
+}
+
+void ShellExtension::followTray(std::function<void(bool)> body)
+{
+    trayChanged = std::move(body);
+    if (tray.isKnown()) {
+        trayChanged(tray.isThere());
     }
 }
 
@@ -133,7 +145,7 @@ void ShellExtension::send()
     auto signal = QDBusMessage::createTargetedSignal(
         shell.owner(), kPath, kInterface, QStringLiteral("Changed"));
     // Where a tray shows the same there is no label.
-    signal << (tray.owner().isEmpty() ? toQString(content.label) : QString()) << content.isAlert
+    signal << (tray.isThere() ? QString() : toQString(content.label)) << content.isAlert
            << QVariant::fromValue(entries) << titles;
     bus.send(signal);
 }

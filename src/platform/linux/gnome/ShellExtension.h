@@ -2,6 +2,7 @@
 
 #include "platform/PanelItem.h"
 #include "platform/linux/bus/NameOwner.h"
+#include "platform/linux/bus/TrayHost.h"
 #include "platform/linux/session/FrontSource.h"
 
 #include <QDBusConnection>
@@ -41,6 +42,7 @@ public:
 
     void show(const PanelItemContent& content) override;
     void setHandlers(Handlers panelHandlers) override { handlers = std::move(panelHandlers); }
+    void followTray(std::function<void(bool)> body) override;
 
     QString introspect(const QString& path) const override;
     bool handleMessage(const QDBusMessage& call, const QDBusConnection& connection) override;
@@ -59,7 +61,8 @@ private:
     bool isPoserTold = false;
     std::optional<FrontWindow> window{};
     NameOwner shell;
-    NameOwner tray; // whoever gathers the icons of programs, to show them
+    TrayHost tray;
+    std::function<void(bool)> trayChanged{};
 };
 
 } // namespace quillbrook

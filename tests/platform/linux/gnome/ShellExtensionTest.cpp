@@ -7,6 +7,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QDBusVariant>
+
 #include <chrono>
 #include <memory>
 #include <optional>
@@ -22,6 +24,29 @@ using testing::IsEmpty;
 
 constexpr const char* kShell = "org.gnome.Shell";
 constexpr const char* kTray = "org.kde.StatusNotifierWatcher";
+
+/// Gathers the icons of programs for others to show, of whom there may be none.
+struct FakeTray {
+    explicit FakeTray(const QString& address) : peer(address, QStringLiteral("tray"))
+    {
+        peer.own(kTray);
+    }
+
+    void setHost(bool isThere)
+    {
+        hasHost = isThere;
+        peer.bus.send(QDBusMessage::createSignal(QStringLiteral("/StatusNotifierWatcher"),
+            QString::fromLatin1(kTray),
+            isThere ? QStringLiteral("StatusNotifierHostRegistered")
+                    : QStringLiteral("StatusNotifierHostUnregistered")));
+    }
+
+    Peer peer;
+    bool hasHost = false;
+    FakeObject object{peer.bus, "/StatusNotifierWatcher", [this](const QDBusMessage& call) {
+                          return call.createReply(QVariant::fromValue(QDBusVariant(hasHost)));
+                      }};
+};
 
 class ShellExtensionTest : public GnomeTest {
 protected:
@@ -226,11 +251,31 @@ TEST_F(ShellExtensionTest, WhereATrayShowsItThereIsNoLabel)
     link.show({.label = "3h5m", .isAlert = false, .menu = {}});
     const auto shell = startShell();
     EXPECT_EQ(shell->heard.back(), "3h5m");
-    Peer tray(daemon.address, QStringLiteral("tray"));
-    tray.own(kTray);
+    FakeTray tray(daemon.address);
+    ASSERT_TRUE(becomesTrue([&] { return !tray.object.calls.empty(); }));
+    letPass(100);
+    EXPECT_EQ(shell->heard.back(), "3h5m") << "nobody shows the icons that it gathers";
+    tray.setHost(true);
     ASSERT_TRUE(becomesTrue([&] { return shell->heard.back().empty(); }));
-    tray.disown(kTray);
+    tray.setHost(false);
     ASSERT_TRUE(becomesTrue([&] { return shell->heard.back() == "3h5m"; }));
+    tray.setHost(true);
+    ASSERT_TRUE(becomesTrue([&] { return shell->heard.back().empty(); }));
+    tray.peer.disown(kTray);
+    ASSERT_TRUE(becomesTrue([&] { return shell->heard.back() == "3h5m"; }));
+}
+
+TEST_F(ShellExtensionTest, TellsWhetherThereIsATray)
+{
+    std::vector<bool> told;
+    link.followTray([&](bool isThere) { told.push_back(isThere); });
+    ASSERT_TRUE(becomesTrue([&] { return told.size() == 1; }));
+    FakeTray tray(daemon.address);
+    tray.setHost(true);
+    ASSERT_TRUE(becomesTrue([&] { return told.size() == 2; }));
+    EXPECT_THAT(told, ElementsAre(false, true));
+    link.followTray([&](bool isThere) { told.push_back(!isThere); });
+    EXPECT_THAT(told, ElementsAre(false, true, false)) << "who asks later is told at once";
 }
 
 TEST_F(ShellExtensionTest, AChosenEntryComesWithItsToken)
