@@ -153,7 +153,7 @@ void AttentionMachine::executeTransition(const AttentionState& from, const Atten
 void AttentionMachine::becomeIdle(double now)
 {
     {
-        const Transaction whole = store.transaction();
+        const MonitorStore::Together whole = store.transaction();
         store.closeCurrentSession();
         store.startIdlePeriod(now, causeCode());
     }
@@ -166,7 +166,7 @@ void AttentionMachine::switchTo(const ActiveApp& app, double now)
     const std::string duration = fmtDuration(now - currentSessionStart);
     const std::string oldName = currentAppName;
     {
-        const Transaction whole = store.transaction();
+        const MonitorStore::Together whole = store.transaction();
         store.closeCurrentSession();
         store.startNewSession(app.appName, app.bundleId, kSwitchCode);
     }
@@ -181,7 +181,7 @@ void AttentionMachine::resume(const ActiveApp& app, double now)
     const std::int64_t closeType = store.hasCurrentSession() ? causeCode() : kStartupCode;
     lastInactiveCause.reset();
     {
-        const Transaction whole = store.transaction();
+        const MonitorStore::Together whole = store.transaction();
         store.closeIdlePeriods(now);
         store.startNewSession(app.appName, app.bundleId, closeType);
     }

@@ -101,6 +101,7 @@ void MonitorEngine::scheduleTimers()
     mainLoop.repeatEvery(60, lifetime.whileAlive([this] { keystrokes.flushKeystrokesToDB(); }));
     mainLoop.repeatEvery(1, lifetime.whileAlive([this] {
         if (isRunning) {
+            store.writeDue();
             attention.attentionTick();
         }
     }));

@@ -1,15 +1,15 @@
 #include "engine/MonitorStore.h"
 
 #include "base/Text.h"
-#include "categories/CategoryStore.h"
 #include "engine/MonitorLog.h"
+#include "engine/StoreSchema.h"
 #include "platform/Clock.h"
 #include "platform/KernelFigures.h"
 #include "platform/UserDefaults.h"
 
-#include <array>
 #include <cmath>
-#include <system_error>
+#include <utility>
+#include <vector>
 
 namespace quillbrook {
 
@@ -18,154 +18,59 @@ namespace {
 constexpr std::string_view kBootTimeKey = "lastRecordedBootTime";
 constexpr double kSameBootSec = 1.0; // the kernel's figure moves when the clock is corrected
 constexpr double kBootRetentionSec = 2592000; // 30 days
-
-constexpr const char* kCreateSessions = R"(    CREATE TABLE IF NOT EXISTS app_sessions (
-        id INTEGER PRIMARY KEY AUTOINCREMENT,
-        app_name TEXT NOT NULL,
-        bundle_id TEXT,
-        started_at REAL NOT NULL,
-        ended_at REAL,
-        duration_sec REAL,
-        close_type INTEGER DEFAULT 0
-    ))";
-
-constexpr std::array kSessionIndexes = {
-    "CREATE INDEX IF NOT EXISTS idx_sessions_time ON app_sessions(started_at)",
-    "CREATE INDEX IF NOT EXISTS idx_sessions_ended ON app_sessions(ended_at)",
-    "CREATE INDEX IF NOT EXISTS idx_sessions_start_ended_app ON app_sessions(started_at, ended_at, "
-    "app_name)",
-    "CREATE INDEX IF NOT EXISTS idx_sessions_ended_start ON app_sessions(ended_at, started_at)",
-};
-
-constexpr const char* kCreateAlerts = R"(    CREATE TABLE IF NOT EXISTS alerts (
-        id INTEGER PRIMARY KEY AUTOINCREMENT,
-        timestamp REAL NOT NULL,
-        alert_type TEXT NOT NULL,
-        severity TEXT NOT NULL,
-        message TEXT NOT NULL,
-        metrics_json TEXT
-    ))";
-
-constexpr const char* kCreateIdlePeriods = R"(    CREATE TABLE IF NOT EXISTS idle_periods (
-        id INTEGER PRIMARY KEY AUTOINCREMENT,
-        started_at REAL NOT NULL,
-        ended_at REAL,
-        duration_sec REAL,
-        source_type INTEGER DEFAULT 1
-    ))";
-
-constexpr const char* kCreateBootEvents = R"(    CREATE TABLE IF NOT EXISTS boot_events (
-        id INTEGER PRIMARY KEY AUTOINCREMENT,
-        timestamp REAL NOT NULL,
-        boot_time REAL NOT NULL
-    ))";
-
-constexpr const char* kCreateKeystrokes = R"(    CREATE TABLE IF NOT EXISTS keystrokes (
-        id INTEGER PRIMARY KEY AUTOINCREMENT,
-        timestamp REAL NOT NULL,
-        app_name TEXT NOT NULL,
-        input_method TEXT,
-        keystroke_count INTEGER DEFAULT 0
-    ))";
-
-constexpr const char* kCreateCategories = R"(    CREATE TABLE IF NOT EXISTS categories (
-        id    INTEGER PRIMARY KEY,
-        key   TEXT NOT NULL UNIQUE,
-        label TEXT NOT NULL,
-        color TEXT NOT NULL
-    ))";
-
-constexpr const char* kCreateAppCategories = R"(    CREATE TABLE IF NOT EXISTS app_categories (
-        id          INTEGER PRIMARY KEY AUTOINCREMENT,
-        match_key   TEXT NOT NULL,
-        match_type  TEXT NOT NULL DEFAULT 'bundle_prefix',
-        category_id INTEGER NOT NULL,
-        source      TEXT NOT NULL DEFAULT 'system',
-        updated_at  REAL NOT NULL DEFAULT (strftime('%s', 'now')),
-        FOREIGN KEY (category_id) REFERENCES categories(id),
-        UNIQUE(match_key, match_type)
-    ))";
+constexpr std::int64_t kSessionElsewhere = -1; // no row's number, and not 0
 
 } // namespace
 
+MonitorStore::MonitorStore(const Platform& platform, MonitorLog& log)
+    : platform(platform)
+    , log(log)
+    , writer(platform, log, [this](double now) {
+        return std::vector<StoreWriter::Whole>{
+            {.isTransaction = true, .writes = {[this] { createTables(); }}},
+            {.isTransaction = true, .writes = {[this, now] { repair(now); }}},
+            {.isTransaction = true, .writes = {[this] { carryOver(); }}}};
+    })
+{
+}
+
 bool MonitorStore::dbOpen(const std::filesystem::path& dbPath)
 {
-    std::error_code ignored;
-    std::filesystem::create_directories(dbPath.parent_path(), ignored);
-
-    OpenedConnection opened
-        = openConnection(dbPath.string(), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
-    connection = std::move(opened.connection);
-    if (opened.result != SQLITE_OK) {
-        log.log(std::string("❌ 无法打开数据库: ") + sqlite3_errmsg(connection.get()));
+    if (const auto message = writer.open(dbPath)) {
+        log.log("❌ 无法打开数据库: " + *message);
         return false;
-    }
-    // Somebody's long transaction lets the write-ahead log grow: behind it the file is cut again.
-    for (const char* pragma : {"PRAGMA journal_mode=WAL", "PRAGMA synchronous=NORMAL",
-             "PRAGMA busy_timeout=5000", "PRAGMA journal_size_limit=4194304"}) {
-        sqlite3_exec(connection.get(), pragma, nullptr, nullptr, nullptr);
     }
     return true;
 }
 
-void MonitorStore::dbExec(const std::string& sql)
+void MonitorStore::write(StoreWriter::Write write)
 {
-    if (sqlite3_exec(connection.get(), sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) {
-        log.log(filled("⚠️ SQL 错误: {} — {}",
-            {sqlite3_errmsg(connection.get()), firstCharacters(sql, 80)}));
+    if (together) {
+        together->writes.push_back(std::move(write));
+        return;
     }
+    StoreWriter::Whole single;
+    single.writes.push_back(std::move(write));
+    writer.write(std::move(single));
 }
 
-bool MonitorStore::hasColumn(const std::string& table, std::string_view column) const
+void MonitorStore::writeTogether()
 {
-    const Statement statement = prepare(connection.get(), "PRAGMA table_info(" + table + ")");
-    while (statement && sqlite3_step(statement.get()) == SQLITE_ROW) {
-        if (columnText(statement, 1) == column) {
-            return true;
-        }
-    }
-    return false;
+    StoreWriter::Whole whole = *std::move(together);
+    together.reset();
+    writer.write(std::move(whole));
 }
 
 void MonitorStore::dbCreateTables()
 {
-    const Transaction whole = transaction();
-    dbExec(kCreateSessions);
-    if (!hasColumn("app_sessions", "close_type")) {
-        dbExec("ALTER TABLE app_sessions ADD COLUMN close_type INTEGER DEFAULT 0");
-    }
-    dbExec("UPDATE app_sessions SET close_type = 0 WHERE close_type IS NULL");
-    // Startup was stored as 4 once.
-    dbExec("UPDATE app_sessions SET close_type = 5 WHERE close_type = 4");
-    for (const char* index : kSessionIndexes) {
-        dbExec(index);
-    }
-
-    dbExec(kCreateAlerts);
-    dbExec("CREATE INDEX IF NOT EXISTS idx_alerts_time ON alerts(timestamp)");
-
-    dbExec(kCreateIdlePeriods);
-    if (!hasColumn("idle_periods", "source_type")) {
-        dbExec("ALTER TABLE idle_periods ADD COLUMN source_type INTEGER DEFAULT 1");
-    }
-    dbExec("UPDATE idle_periods SET source_type = 1 WHERE source_type IS NULL");
-    dbExec("CREATE INDEX IF NOT EXISTS idx_idle_time ON idle_periods(started_at)");
-    dbExec("CREATE INDEX IF NOT EXISTS idx_idle_source ON idle_periods(source_type)");
-
-    dbExec(kCreateBootEvents);
-    dbExec("CREATE INDEX IF NOT EXISTS idx_boot_time ON boot_events(timestamp)");
-
-    dbExec(kCreateKeystrokes);
-    dbExec("CREATE INDEX IF NOT EXISTS idx_ks_time ON keystrokes(timestamp)");
-
-    dbExec(kCreateCategories);
-    dbExec(kCreateAppCategories);
-    dbExec("CREATE INDEX IF NOT EXISTS idx_ac_match ON app_categories(match_type, match_key)");
-    const auto exec = [this](const std::string& sql) { dbExec(sql); };
-    CategoryStore::seedCategories(exec);
-    CategoryStore::seedAppPrefixes(exec);
-
+    const Together whole = transaction();
+    write([this] { createTables(); });
     recordBoot();
+}
+
+void MonitorStore::createTables()
+{
+    createSchema(writer.handle(), [this](const std::string& sql) { dbExec(sql); });
 }
 
 void MonitorStore::recordBoot()
@@ -182,15 +87,22 @@ void MonitorStore::recordBoot()
     platform.userDefaults.setDouble(kBootTimeKey, bootTime);
 
     const double now = platform.clock.now();
-    dbExec(filled("INSERT INTO boot_events (timestamp, boot_time) VALUES ({}, {})",
-        {shortestText(now), shortestText(bootTime)}));
-    dbExec(filled(
-        "DELETE FROM boot_events WHERE timestamp < {}", {shortestText(now - kBootRetentionSec)}));
+    write([this, now, bootTime] {
+        dbExec(filled("INSERT INTO boot_events (timestamp, boot_time) VALUES ({}, {})",
+            {shortestText(now), shortestText(bootTime)}));
+        dbExec(filled("DELETE FROM boot_events WHERE timestamp < {}",
+            {shortestText(now - kBootRetentionSec)}));
+    });
 }
 
 void MonitorStore::dbRepair()
 {
-    const Transaction whole = transaction();
+    const Together whole = transaction();
+    write([this, now = platform.clock.now()] { repair(now); });
+}
+
+void MonitorStore::repair(double now)
+{
     // The newest open session has no later row to end at, and stays open: nobody knows its end.
     dbExec(R"(    UPDATE app_sessions
     SET ended_at = (
@@ -207,13 +119,28 @@ void MonitorStore::dbRepair()
           WHERE s2.started_at > app_sessions.started_at
       ))");
     removeDoubledSessions();
-    const std::string now = shortestText(platform.clock.now());
+    const std::string end = shortestText(now);
     dbExec(filled(R"(    UPDATE idle_periods
     SET ended_at = {},
         duration_sec = {} - started_at,
         source_type = 4
     WHERE ended_at IS NULL)",
-        {now, now}));
+        {end, end}));
+}
+
+void MonitorStore::carryOver()
+{
+    // The rows that are under way went with the store that was lost. A session that is over leaves
+    // nothing but the mark that there was one: its row's number may be another's here.
+    const RowsUnderWay lost = writer.rows;
+    if (lost.session) {
+        insertSession(*lost.session);
+    } else if (lost.currentSessionId != 0) {
+        writer.rows.currentSessionId = kSessionElsewhere;
+    }
+    if (lost.idlePeriod) {
+        insertIdlePeriod(*lost.idlePeriod);
+    }
 }
 
 void MonitorStore::removeDoubledSessions()
@@ -240,88 +167,145 @@ void MonitorStore::removeDoubledSessions()
 void MonitorStore::startNewSession(
     const std::string& appName, const std::string& bundleId, std::int64_t closeType)
 {
-    dbExec(filled(R"(    INSERT INTO app_sessions (app_name, bundle_id, started_at, close_type)
+    hasSessionWhenWritten = true;
+    write([this,
+              session = OpenSession{.appName = appName,
+                  .bundleId = bundleId,
+                  .startedAt = platform.clock.now(),
+                  .closeType = closeType}] { insertSession(session); });
+}
+
+void MonitorStore::insertSession(const OpenSession& session)
+{
+    const bool isTaken = dbExec(
+        filled(R"(    INSERT INTO app_sessions (app_name, bundle_id, started_at, close_type)
     VALUES ('{}', '{}', {}, {}))",
-        {sqlQuoted(appName), sqlQuoted(bundleId), shortestText(platform.clock.now()),
-            std::to_string(closeType)}));
-    // After a failed INSERT this is the row before, closed already, which no later close touches.
-    currentSessionId = connection ? sqlite3_last_insert_rowid(connection.get()) : 0;
+            {sqlQuoted(session.appName), sqlQuoted(session.bundleId),
+                shortestText(session.startedAt), std::to_string(session.closeType)}));
+    if (isTaken) {
+        // After a failed INSERT this is the row before, closed already, which no later close
+        // touches.
+        sqlite3* store = writer.handle();
+        writer.rows.currentSessionId = store != nullptr ? sqlite3_last_insert_rowid(store) : 0;
+        writer.rows.session = session;
+    }
 }
 
 void MonitorStore::closeCurrentSession()
 {
-    if (currentSessionId < 1) {
-        return;
-    }
-    const std::string now = shortestText(platform.clock.now());
-    dbExec(filled(R"(    UPDATE app_sessions SET ended_at = {}, duration_sec = {} - started_at
-    WHERE id = {} AND ended_at IS NULL)",
-        {now, now, std::to_string(currentSessionId)}));
+    write([this, now = platform.clock.now()] { updateCurrentSession(now); });
 }
 
 void MonitorStore::endCurrentSessionAt(double endedAt)
 {
-    if (currentSessionId < 1) {
-        return;
+    hasSessionWhenWritten = false;
+    write([this, endedAt] {
+        if (updateCurrentSession(endedAt)) {
+            writer.rows.currentSessionId = 0;
+        }
+    });
+}
+
+bool MonitorStore::updateCurrentSession(double endedAt)
+{
+    if (writer.rows.currentSessionId < 1) {
+        return true;
     }
     const std::string end = shortestText(endedAt);
-    dbExec(filled(R"(    UPDATE app_sessions SET ended_at = {}, duration_sec = {} - started_at
+    const bool isTaken
+        = dbExec(filled(R"(    UPDATE app_sessions SET ended_at = {}, duration_sec = {} - started_at
     WHERE id = {} AND ended_at IS NULL)",
-        {end, end, std::to_string(currentSessionId)}));
-    currentSessionId = 0;
+            {end, end, std::to_string(writer.rows.currentSessionId)}));
+    if (isTaken) {
+        writer.rows.session.reset();
+    }
+    return isTaken;
+}
+
+bool MonitorStore::hasCurrentSession() const
+{
+    return writer.isAnythingDue() ? hasSessionWhenWritten : writer.rows.currentSessionId != 0;
 }
 
 void MonitorStore::startIdlePeriod(double startedAt, std::int64_t sourceType)
 {
-    dbExec(filled(R"(    INSERT INTO idle_periods (started_at, source_type)
+    write([this, period = OpenIdlePeriod{.startedAt = startedAt, .sourceType = sourceType}] {
+        insertIdlePeriod(period);
+    });
+}
+
+void MonitorStore::insertIdlePeriod(const OpenIdlePeriod& period)
+{
+    if (dbExec(filled(R"(    INSERT INTO idle_periods (started_at, source_type)
     VALUES ({}, {}))",
-        {shortestText(startedAt), std::to_string(sourceType)}));
+            {shortestText(period.startedAt), std::to_string(period.sourceType)}))) {
+        writer.rows.idlePeriod = period;
+    }
 }
 
 void MonitorStore::addIdlePeriod(double startedAt, double endedAt, std::int64_t sourceType)
 {
-    dbExec(filled(R"(    INSERT INTO idle_periods (started_at, ended_at, duration_sec, source_type)
+    write([this, startedAt, endedAt, sourceType] {
+        dbExec(filled(
+            R"(    INSERT INTO idle_periods (started_at, ended_at, duration_sec, source_type)
     VALUES ({}, {}, {}, {}))",
-        {shortestText(startedAt), shortestText(endedAt), shortestText(endedAt - startedAt),
-            std::to_string(sourceType)}));
+            {shortestText(startedAt), shortestText(endedAt), shortestText(endedAt - startedAt),
+                std::to_string(sourceType)}));
+    });
 }
 
 void MonitorStore::closeIdlePeriods(double endedAt)
 {
-    const std::string end = shortestText(endedAt);
-    dbExec(filled(R"(    UPDATE idle_periods
+    updateIdlePeriods(R"(    UPDATE idle_periods
     SET ended_at = {}, duration_sec = {} - started_at
     WHERE ended_at IS NULL)",
-        {end, end}));
+        endedAt);
 }
 
 void MonitorStore::closeIdlePeriodsAtExit()
 {
-    const std::string now = shortestText(platform.clock.now());
-    dbExec(filled(R"(    UPDATE idle_periods
+    updateIdlePeriods(R"(    UPDATE idle_periods
     SET ended_at = {}, duration_sec = {} - started_at, source_type = 4
     WHERE ended_at IS NULL)",
-        {now, now}));
+        platform.clock.now());
+}
+
+void MonitorStore::updateIdlePeriods(std::string_view form, double endedAt)
+{
+    write([this, form, end = shortestText(endedAt)] {
+        if (dbExec(filled(form, {end, end}))) {
+            writer.rows.idlePeriod.reset();
+        }
+    });
 }
 
 void MonitorStore::addAlert(std::string_view alertType, std::string_view severity,
     const std::string& message, const std::string& metricsJson)
 {
-    dbExec(filled(R"(    INSERT INTO alerts (timestamp, alert_type, severity, message, metrics_json)
+    write([this,
+              sql = filled(
+                  R"(    INSERT INTO alerts (timestamp, alert_type, severity, message, metrics_json)
     VALUES ({}, '{}', '{}', '{}', '{}'))",
-        {shortestText(platform.clock.now()), alertType, severity, sqlQuoted(message),
-            sqlQuoted(metricsJson)}));
+                  {shortestText(platform.clock.now()), alertType, severity, sqlQuoted(message),
+                      sqlQuoted(metricsJson)})] { dbExec(sql); });
 }
 
 void MonitorStore::addKeystrokes(
     double timestamp, const std::string& appName, std::string_view inputMethod, std::int32_t count)
 {
-    const Statement statement = prepare(connection.get(),
+    writer.writeNow([&] { return insertKeystrokes(timestamp, appName, inputMethod, count); });
+}
+
+int MonitorStore::insertKeystrokes(
+    double timestamp, const std::string& appName, std::string_view inputMethod, std::int32_t count)
+{
+    sqlite3* store = writer.handle();
+    const Statement statement = prepare(store,
         "INSERT INTO keystrokes (timestamp, app_name, input_method, keystroke_count) "
         "VALUES (?, ?, ?, ?)");
     if (!statement) {
-        log.log(std::string("⚠️ SQL 准备失败: ") + sqlite3_errmsg(connection.get()));
-        return;
+        log.log(std::string("⚠️ SQL 准备失败: ") + sqlite3_errmsg(store));
+        return sqlite3_errcode(store);
     }
     sqlite3_bind_double(statement.get(), 1, timestamp);
     sqlite3_bind_text(
@@ -329,10 +313,11 @@ void MonitorStore::addKeystrokes(
     sqlite3_bind_text(statement.get(), 3, inputMethod.data(), static_cast<int>(inputMethod.size()),
         SQLITE_STATIC);
     sqlite3_bind_int(statement.get(), 4, count);
-    if (sqlite3_step(statement.get()) != SQLITE_DONE) {
-        log.log(
-            std::string("⚠️ 插入击键数据失败: ") + sqlite3_errmsg(connection.get()));
+    const int result = sqlite3_step(statement.get());
+    if (result != SQLITE_DONE) {
+        log.log(std::string("⚠️ 插入击键数据失败: ") + sqlite3_errmsg(store));
     }
+    return result;
 }
 
 } // namespace quillbrook

@@ -59,19 +59,6 @@ protected:
         return store().rows(
             "SELECT alert_type, severity, message, metrics_json FROM alerts ORDER BY id");
     }
-
-    std::vector<std::string> notifications() const
-    {
-        std::vector<std::string> found;
-        for (const OutsideCall& call : machine.calls.all()) {
-            const auto* launch = std::get_if<LaunchCall>(&call.what);
-            if (launch != nullptr && launch->path == "/usr/bin/osascript") {
-                EXPECT_FALSE(launch->isWaitedFor);
-                found.push_back(launch->arguments.back());
-            }
-        }
-        return found;
-    }
 };
 
 TEST_F(AlertEngineTest, ALoadAboveTwentyForFourHours)

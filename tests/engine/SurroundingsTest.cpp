@@ -58,26 +58,6 @@ TEST_F(SurroundingsTest, AStoreLockedForAWhileIsWaitedFor)
     EXPECT_THAT(logText(), Not(HasSubstr("⚠️")));
 }
 
-TEST_F(SurroundingsTest, AStoreLockedForMoreThanFiveSecondsCostsTheStatementAndALogLine)
-{
-    startWorkingIn("Editor");
-    const StoreReader other(file("monitor.db"));
-    other.exec("BEGIN IMMEDIATE");
-    machine.workspace.notify(WorkspaceNotification::screensDidSleep);
-    machine.runFor(1); // both statements of the transaction wait their time
-    other.exec("COMMIT");
-    EXPECT_THAT(logText(),
-        HasSubstr(
-            "⚠️ SQL 错误: database is locked —     UPDATE app_sessions SET ended_at"));
-    EXPECT_THAT(logText(),
-        HasSubstr("⚠️ SQL 错误: database is locked —     INSERT INTO idle_periods"));
-    EXPECT_THAT(logText(), EndsWith("💤 Editor（1s）→ 空闲\n"));
-    // The machine went on in memory as if the rows were written; the open row stays open.
-    machine.workspace.notify(WorkspaceNotification::screensDidWake);
-    machine.runFor(9);
-    EXPECT_THAT(sessions(), ElementsAre("Editor|60|NULL|1", "Editor|62|NULL|3"));
-}
-
 TEST_F(SurroundingsTest, AFailedInsertLeavesTheRowBeforeAlone)
 {
     startWorkingIn("Editor");
@@ -90,16 +70,6 @@ TEST_F(SurroundingsTest, AFailedInsertLeavesTheRowBeforeAlone)
     bringToFront("Music");
     machine.runFor(3);
     EXPECT_THAT(sessions(), ElementsAre("Editor|60|63|1", "Music|66|NULL|0"));
-}
-
-TEST_F(SurroundingsTest, AStoreThatVanishesUnderTheProgramIsMissedByNobody)
-{
-    startWorkingIn("Editor");
-    std::filesystem::remove(file("monitor.db"));
-    bringToFront("Mail");
-    machine.runFor(30);
-    stop();
-    EXPECT_THAT(logText(), EndsWith("🛑 监控引擎停止中...\n"));
 }
 
 } // namespace

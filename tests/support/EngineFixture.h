@@ -14,6 +14,7 @@
 #include <memory>
 #include <string>
 #include <utility>
+#include <variant>
 #include <vector>
 
 namespace quillbrook {
@@ -93,6 +94,30 @@ protected:
     }
 
     std::string logText() const { return textOf("monitor.log"); }
+
+    std::size_t countInLog(const std::string& text) const
+    {
+        const std::string log = logText();
+        std::size_t count = 0;
+        for (auto at = log.find(text); at != std::string::npos; at = log.find(text, at + 1)) {
+            ++count;
+        }
+        return count;
+    }
+
+    /// The scripts by which notifications were asked for.
+    std::vector<std::string> notifications() const
+    {
+        std::vector<std::string> found;
+        for (const OutsideCall& call : machine.calls.all()) {
+            const auto* launch = std::get_if<LaunchCall>(&call.what);
+            if (launch != nullptr && launch->path == "/usr/bin/osascript") {
+                EXPECT_FALSE(launch->isWaitedFor);
+                found.push_back(launch->arguments.back());
+            }
+        }
+        return found;
+    }
 
     TemporaryDirectory directory{};
     VirtualMachine machine{directory.path(), kStart};
