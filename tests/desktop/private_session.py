@@ -214,7 +214,7 @@ class PrivateSession:
         try:
             with open(self.data + "/monitor.log", encoding="utf-8") as file:
                 return file.read()
-        except FileNotFoundError:
+        except (FileNotFoundError, NotADirectoryError):
             return ""
 
     def rows(self, sql):

@@ -72,8 +72,11 @@ class OddStartsTest(DesktopTest):
         os.close(write_end)
         with os.fdopen(read_end) as file:
             display = ":" + file.readline().strip()
-        self.expect_refusal(self.launch(DISPLAY=display, XAUTHORITY="/dev/null"),
-                            "could not connect to display " + display)
+        lines = self.expect_refusal(
+            self.launch(DISPLAY=display, XAUTHORITY="/dev/null"),
+            "could not connect to display %s（Authorization required, but no authorization "
+            "protocol specified）" % display)
+        self.assertEqual(len(lines), 1, lines)
 
     def test_a_compositor_that_is_gone_beside_an_x_server(self):
         desktop = self.desktop

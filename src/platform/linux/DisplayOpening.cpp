@@ -14,6 +14,8 @@ namespace quillbrook {
 
 namespace {
 
+HeldErrors* heldErrors = nullptr;
+
 std::vector<std::string>& heldMessages()
 {
     static std::vector<std::string> messages;
@@ -26,20 +28,27 @@ void hold(QtMsgType type, const QMessageLogContext&, const QString& text)
         heldMessages().push_back(outsideName(text.toStdString()));
         return;
     }
-    // What came first is why; the rest tells of the attempts that followed.
+    // What came first is why; the rest tells of the attempts that followed. A library below may
+    // know more: what a server says that lets nobody in.
     const std::string reason
         = heldMessages().empty() ? outsideName(text.toStdString()) : heldMessages().front();
-    notice("没有可用的显示，无法启动，什么都不记录: " + reason);
+    const std::string libraryWords = outsideName(heldErrors->take());
+    notice("没有可用的显示，无法启动，什么都不记录: " + reason
+        + (libraryWords.empty() ? "" : "（" + libraryWords + "）"));
     std::_Exit(EXIT_FAILURE);
 }
 
 } // namespace
 
-DisplayOpening::DisplayOpening() : handlerBefore(qInstallMessageHandler(hold)) {}
+DisplayOpening::DisplayOpening() : handlerBefore(qInstallMessageHandler(hold))
+{
+    heldErrors = &errors;
+}
 
 DisplayOpening::~DisplayOpening()
 {
     qInstallMessageHandler(handlerBefore);
+    heldErrors = nullptr;
     for (const std::string& message : std::exchange(heldMessages(), {})) {
         notice(message);
     }
