@@ -6,6 +6,7 @@ import time
 import unittest
 
 from desktop import DesktopTest
+from endurance import Life
 from waiting import wait_for
 
 TERMINAL = ("XTerm", "com.apple.Terminal.xterm")
@@ -27,6 +28,15 @@ class RecordingTest(DesktopTest):
     def recorded_pid(self):
         with open(self.desktop.data + "/monitor.pid", encoding="ascii") as file:
             return int(file.read())
+
+    def test_every_switch_and_every_key_of_a_busy_person_is_recorded(self):
+        life = Life(self.desktop)
+        for _ in range(30):
+            life.switch(keys=10)
+        life.wait_for_keys()
+        self.assertEqual(life.recorded_switches(), life.switched_to)
+        self.assertEqual(life.recorded_keys(), 300)
+        self.assertTrue(self.desktop.check_integrity())
 
     def test_each_front_is_a_session(self):
         desktop = self.desktop
