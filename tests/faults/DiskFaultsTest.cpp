@@ -10,13 +10,18 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <map>
 #include <random>
 #include <string>
 #include <string_view>
+#include <variant>
+#include <vector>
 
 namespace quillbrook {
 namespace {
+
+namespace fs = std::filesystem;
 
 /// A number out of the environment.
 std::uint32_t wanted(const char* variable, std::uint32_t otherwise)
@@ -166,10 +171,11 @@ protected:
             there[std::stoll(row)]
                 = {row.substr(afterId, beforeEnd - afterId), row.substr(beforeEnd + 1)};
         }
-        for (auto row = known.lower_bound(first); row != known.end();) {
+        std::vector<std::int64_t> doubles; // condemned also by each other
+        for (auto row = known.lower_bound(first); row != known.end(); ++row) {
             const auto found = there.find(row->first);
             if (found == there.end() && isDouble(known, row)) {
-                row = known.erase(row);
+                doubles.push_back(row->first);
                 continue;
             }
             ASSERT_NE(found, there.end()) << "lost: " << row->second.beginning;
@@ -177,7 +183,9 @@ protected:
             if (row->second.end != "NULL") {
                 ASSERT_EQ(found->second.end, row->second.end) << row->second.beginning;
             }
-            ++row;
+        }
+        for (const std::int64_t id : doubles) {
+            known.erase(id);
         }
         for (auto& [id, row] : there) {
             known[id] = row;
@@ -192,6 +200,20 @@ protected:
         look(keyRows,
             "timestamp, app_name, input_method, keystroke_count, keystroke_count FROM keystrokes",
             lookBack);
+    }
+
+    /// How often the person was told something.
+    std::ptrdiff_t notifications() const
+    {
+        return std::ranges::count_if(machine.calls.all(), [](const OutsideCall& call) {
+            const auto* launch = std::get_if<LaunchCall>(&call.what);
+            return launch != nullptr && launch->path.ends_with("osascript");
+        });
+    }
+
+    std::ptrdiff_t filesBeside() const
+    {
+        return std::distance(fs::directory_iterator(directory.path()), {});
     }
 
     static constexpr std::int64_t kLookBack = 20;
@@ -211,8 +233,11 @@ TEST_F(DiskFaultsTest, NothingWrittenIsLostAndRecordingGoesOnBehindEachFault)
     const std::uint32_t count = wanted("QUILLBROOK_SWITCHES", 500);
     constexpr std::array<std::uint32_t, 5> kRates = {5, 50, 200, 600, 1000};
     startWorkingIn("Editor");
+    const std::ptrdiff_t files = filesBeside();
+    std::ptrdiff_t badTimes = 0;
     while (switches < count && !HasFatalFailure()) {
         // Bad for a while, and read by a disk that behaves.
+        ++badTimes;
         const std::uint32_t rate = kRates.at(below(kRates.size()));
         for (std::uint32_t bad = below(20); bad > 0 && !HasFatalFailure(); --bad) {
             diskFaults().perMille = rate;
@@ -233,10 +258,14 @@ TEST_F(DiskFaultsTest, NothingWrittenIsLostAndRecordingGoesOnBehindEachFault)
         ASSERT_EQ(store().value("PRAGMA integrity_check"), "ok");
     }
     lookAtAll(kAll);
-    std::fprintf(stderr, "%u switches, seed %u: %u faults of %u calls; %zu sessions, %zu pauses\n",
+    std::fprintf(stderr,
+        "%u switches, seed %u: %u faults of %u calls; %zu sessions, %zu pauses, "
+        "%td bad times, %td notifications\n",
         switches, seed, diskFaults().faults.load(), diskFaults().calls.load(), sessionRows.size(),
-        idleRows.size());
+        idleRows.size(), badTimes, notifications());
     EXPECT_GT(diskFaults().faults, count / 10);
+    EXPECT_LE(notifications(), badTimes) << "nobody is told of one bad time twice";
+    EXPECT_EQ(filesBeside(), files) << "a disk that takes nothing has damaged nothing";
 }
 
 } // namespace
