@@ -97,11 +97,14 @@ class KWinDesktop(WaylandDesktop):
         return WaylandClient("%s/run/%s" % (self.home, SOCKET))
 
     def ask(self, expression):
-        """What an expression of KWin's scripts gives, in which `windows` are all."""
+        """What an expression of KWin's scripts gives, in which `windows` are all, and `active` is
+        the name by which a version knows the one in front."""
         name = "question%d" % next(self.questions)
         path = "%s/%s.js" % (self.home, name)
         with open(path, "w", encoding="utf-8") as file:
-            file.write("var windows = workspace.clientList();\n"
+            file.write("var isLater = 'windowList' in workspace;\n"
+                       "var windows = isLater ? workspace.windowList() : workspace.clientList();\n"
+                       "var active = isLater ? 'activeWindow' : 'activeClient';\n"
                        "print('%s:' + JSON.stringify(%s) + ':end');\n" % (name, expression))
         scripting = dbus.Interface(
             self.session_bus.get_object("org.kde.KWin", "/Scripting", introspect=False),
@@ -123,7 +126,7 @@ class KWinDesktop(WaylandDesktop):
     def focus(self, name):
         """Brings the windows of an application id, or of a class, to the front."""
         self.ask("windows.filter(w => String(w.resourceClass).toLowerCase() == '%s').map("
-                 "w => { workspace.activeClient = w; return 0; })" % name.lower())
+                 "w => { workspace[active] = w; return 0; })" % name.lower())
 
     def minimise(self, name):
         self.ask("windows.filter(w => w.resourceClass == '%s').map("
@@ -131,11 +134,11 @@ class KWinDesktop(WaylandDesktop):
 
     def restore(self, name):
         self.ask("windows.filter(w => w.resourceClass == '%s').map("
-                 "w => { w.minimized = false; workspace.activeClient = w; return 0; })" % name)
+                 "w => { w.minimized = false; workspace[active] = w; return 0; })" % name)
 
     def focused(self):
         """The application id of the window in front; none when there is none."""
-        return self.ask("workspace.activeClient ? workspace.activeClient.resourceClass : null")
+        return self.ask("workspace[active] ? workspace[active].resourceClass : null")
 
     def touch(self):
         self.client().move_pointer()

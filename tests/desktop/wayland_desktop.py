@@ -105,7 +105,9 @@ class WaylandDesktop(PrivateSession):
         return self._open([sys.executable, WINDOW_SCRIPT, "3.0", GTK3[0]], GDK_BACKEND="wayland")
 
     def open_gtk4(self):
-        return self._open([sys.executable, WINDOW_SCRIPT, "4.0", GTK4[0]], GDK_BACKEND="wayland")
+        # The renderer that it would choose starts slowly where there is no graphics card.
+        return self._open([sys.executable, WINDOW_SCRIPT, "4.0", GTK4[0]], GDK_BACKEND="wayland",
+                          GSK_RENDERER="cairo")
 
     def open_qt(self):
         return self._open([os.environ["QT_WINDOW"], QT[0]], QT_QPA_PLATFORM="wayland")
