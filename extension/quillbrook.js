@@ -3,6 +3,7 @@ const NAME = 'cn.tarnlow.quillbrook';
 const PATH = '/cn/tarnlow/quillbrook/Panel';
 const INTERFACE = 'cn.tarnlow.quillbrook.Panel';
 const MOST_CHARACTERS = 200;
+const SOON_MS = 100;
 
 /** The beginning of a text that a program gave itself; empty when it has none that is text. */
 function beginning(read) {
@@ -92,10 +93,11 @@ class Program {
         this._changes = Gio.DBus.session.signal_subscribe(
             owner, INTERFACE, 'Changed', PATH, null, Gio.DBusSignalFlags.NONE,
             (_bus, _sender, _path, _interface, _signal, content) => this._hear(content));
-        this._focus = global.display.connect('notify::focus-window', () => this._tellFront());
+        this._soon = 0;
+        this._focus = global.display.connect('notify::focus-window', () => this._tellSoon());
         this._tracker = Shell.WindowTracker.get_default();
         this._tracked = this._tracker.connect(
-            'tracked-windows-changed', () => this._tellFront());
+            'tracked-windows-changed', () => this._tellSoon());
         this.tell('Hello');
     }
 
@@ -125,6 +127,15 @@ class Program {
         this._tellFront();
     }
 
+    /** Of many windows that come to the front at once the last is told. */
+    _tellSoon() {
+        this._soon ||= GLib.timeout_add(GLib.PRIORITY_DEFAULT, SOON_MS, () => {
+            this._soon = 0;
+            this._tellFront();
+            return GLib.SOURCE_REMOVE;
+        });
+    }
+
     _tellFront() {
         if (!this._item)
             return;
@@ -139,6 +150,8 @@ class Program {
         Gio.DBus.session.signal_unsubscribe(this._changes);
         global.display.disconnect(this._focus);
         this._tracker.disconnect(this._tracked);
+        if (this._soon)
+            GLib.source_remove(this._soon);
         this._item?.destroy();
         this._item = null;
         this.tell('Bye');

@@ -3,7 +3,9 @@
 import glob
 import json
 import os
+import re
 import shutil
+import sys
 import time
 
 import dbus
@@ -25,6 +27,36 @@ welcome-dialog-last-shown-version='99'
 WINDOWS = "global.get_window_actors().map(actor => actor.meta_window)"
 ITEM = "Main.panel.statusArea['cn.tarnlow.quillbrook']"
 KEY_A = 0x61
+
+FRONT = re.compile(r'member=Front\n   string "(.*)"\n   string "(.*)"\n   uint32 (\d+)\n')
+
+DESKTOP_WINDOW = """
+import gi
+gi.require_versions({"Gdk": "3.0", "Gtk": "3.0"})
+from gi.repository import Gdk, Gtk
+window = Gtk.Window()
+window.set_type_hint(Gdk.WindowTypeHint.DESKTOP)
+window.show()
+Gtk.main()
+"""
+
+# Brings two windows to the front in turn, a thousand times in about a second; `_flood` tells the
+# number of changes at the end, and the seconds that they took.
+FLOOD = """(windows => {
+            const {GLib} = imports.gi;
+            const begin = GLib.get_monotonic_time();
+            let changes = 0;
+            let left = 1000;
+            const id = global.display.connect('notify::focus-window', () => ++changes);
+            GLib.timeout_add(GLib.PRIORITY_HIGH, 1, () => {
+                windows[left %% 2].focus(global.display.get_current_time_roundtrip());
+                if (--left > 0)
+                    return GLib.SOURCE_CONTINUE;
+                global.display.disconnect(id);
+                global._flood = [changes, (GLib.get_monotonic_time() - begin) / 1e6];
+                return GLib.SOURCE_REMOVE;
+            });
+        })(%s)"""
 
 # A mouse of the shell's own, and what is done with it and an actor.
 POINTER = """(actor => {
@@ -135,6 +167,36 @@ class GnomeDesktop(WaylandDesktop):
     def focused(self):
         """The class of the window in front; none when there is none."""
         return self.js("global.display.focus_window?.get_wm_class() ?? null")
+
+    def flood(self, first, last):
+        """Brings two windows to the front in turn, very fast; returns the number of changes and the
+        seconds that they took."""
+        self.js(FLOOD % ("['%s', '%s'].map(name =>"
+                         " %s.find(window => window.get_wm_class() === name))"
+                         % (first, last, WINDOWS)))
+        return wait_for(lambda: self.js("global._flood ?? null"), "the end of the flood")
+
+    def focus_desktop(self):
+        """Gives the keys to a window of an X program that has the desktop in it."""
+        self._open([sys.executable, "-c", DESKTOP_WINDOW], GDK_BACKEND="x11")
+        is_it = "window.get_window_type() === imports.gi.Meta.WindowType.DESKTOP"
+        wait_for(lambda: self.windows_where(is_it), "the desktop")
+        self.js("%s.find(window => %s).focus(global.display.get_current_time_roundtrip())"
+                % (WINDOWS, is_it))
+
+    def watch_fronts(self):
+        """Writes down from now on what the extension tells of the front."""
+        with open(self.home + "/fronts", "wb") as file:
+            self.spawn(["dbus-monitor", "--session", "member='Front'"], stdout=file)
+        wait_for(lambda: "NameAcquired" in self._told(), "the watch")
+
+    def _told(self):
+        with open(self.home + "/fronts", encoding="utf-8") as file:
+            return file.read()
+
+    def fronts(self):
+        """What was told: application id, class and process each time."""
+        return [(app, name, int(process)) for app, name, process in FRONT.findall(self._told())]
 
     # What a person does
 

@@ -5,7 +5,7 @@ import unittest
 
 import dbus
 
-from gnome_desktop import GnomeDesktop
+from gnome_desktop import EXTENSION, ITEM, GnomeDesktop
 from waiting import wait_for
 from wayland_desktop import GTK3, GTK4, OURS, QT, XTERM, WaylandDesktopTest
 
@@ -49,6 +49,42 @@ class GnomeTest(WaylandDesktopTest):
             (GTK3[1], GTK3[0], 1), (GTK4[1], GTK4[0], 0), (QT[1], QT[0], 0),
             XTERM + (0,), (GTK4[1], GTK4[0], 0), XTERM + (0,), (GTK4[1], GTK4[0], 0)])
         self.assertEqual(desktop.idles(), [])
+
+    def test_what_is_told_of_a_window(self):
+        desktop = self.open()
+        self.work_in_gtk3()
+        desktop.watch_fronts()
+        terminal = desktop.open_xterm()
+        desktop.focus("XTerm")
+        wait_for(desktop.fronts, "a front")
+        self.assertEqual(desktop.fronts(), [("debian-xterm", "XTerm", terminal.pid)])
+        desktop.focus_desktop()
+        wait_for(lambda: len(desktop.fronts()) > 1, "the desktop in front")
+        self.assertEqual(desktop.fronts()[1], ("", "", 0))
+
+    def test_a_window_of_the_overview(self):
+        desktop = self.open()
+        self.work_in_gtk3()
+        desktop.js("Main.overview.show()")
+        desktop.open_xterm()
+        wait_for(lambda: desktop.windows_where("window.get_wm_class() === 'XTerm'"), "the window")
+        self.assertEqual(desktop.focused(), GTK3[0])
+        desktop.js("Main.overview.hide()")
+        desktop.wait_for_session(XTERM[0], 2)
+
+    def test_a_flood_of_windows(self):
+        desktop = self.open()
+        self.work_in_gtk3()
+        desktop.open_gtk4()
+        desktop.focus(GTK4[0])
+        desktop.wait_for_session(GTK4[1], 2)
+        desktop.watch_fronts()
+        changes, seconds = desktop.flood(GTK4[0], GTK3[0])
+        self.assertGreater(changes, 900)
+        desktop.wait_for_session(GTK3[1])
+        self.assertLess(len(desktop.fronts()), 10 * seconds + 3)
+        self.assertEqual(desktop.fronts()[-1][1], GTK3[0])
+        self.assertEqual(set(desktop.session_names()), {GTK3[1], GTK4[1]})
 
     def test_nothing_in_front_is_nobody(self):
         desktop = self.open()
@@ -116,6 +152,21 @@ class GnomeTest(WaylandDesktopTest):
         desktop.wait_for_session(GTK4[1], 2)
         wait_for(desktop.has_item, "the label")
 
+    def test_an_extension_that_is_switched_off_leaves_nothing(self):
+        desktop = self.open()
+        self.work_in_gtk3()
+        wait_for(desktop.has_item, "the label")
+        desktop.minimize(GTK3[0])
+        soon = desktop.js("""(() => {
+            const program = %s._program;
+            program._tellSoon();
+            const soon = program._soon;
+            Main.extensionManager.lookup('%s').stateObj.disable();
+            return imports.gi.GLib.MainContext.default().find_source_by_id(soon) !== null;
+        })()""" % (ITEM, EXTENSION))
+        self.assertFalse(soon, "what was to be told soon")
+        self.assertIsNone(desktop.js(ITEM + " ?? null"))
+
     def test_the_extension_is_switched_on_for_who_wants_it(self):
         desktop = self.open(enabled=False)
         desktop.start_recorder_and_show()
@@ -152,6 +203,11 @@ class GnomeTest(WaylandDesktopTest):
         for _ in range(2):
             with self.assertRaises(dbus.DBusException):
                 program.Front("evil", "evil", dbus.UInt32(1), dbus_interface=PANEL[1])
+        signal = dbus.lowlevel.SignalMessage(*PANEL, "Changed")
+        signal.append("evil", True, [dbus.UInt32(1)], ["evil"], signature="sbauas")
+        poser.send_message(signal)
+        poser.flush()
+        self.assertNotIn("evil", [desktop.label(), *desktop.titles()])
         desktop.let_minutes_pass(5)
         self.assertEqual(desktop.session_names(), [GTK3[1]])
         self.assertEqual(desktop.output().count("冒充"), 1)
