@@ -76,7 +76,9 @@ class WaylandDesktop(PrivateSession):
                 skip.press()
             return "✅ 就绪" in self.log()
         wait_for(is_ready, "the recorder")
-        wait_for(self.own_windows, "the dashboard")
+        # The set-up may still be there.
+        wait_for(lambda: reader.find("frame", "Quillbrook"), "the dashboard")
+        wait_for(self.own_windows, "its window")
         return recorder
 
     def close_dashboard(self):
