@@ -96,7 +96,7 @@ class GnomeDesktop(WaylandDesktop):
             os.unlink(path)
         self.compositor = self.spawn(["gnome-shell", "--wayland", "--headless", "--unsafe-mode",
                                       "--virtual-monitor", "1280x800"])
-        wait_for(self._has_started, "GNOME Shell")
+        wait_for(self._has_started, "GNOME Shell", timeout=150)
         self.env["WAYLAND_DISPLAY"] = os.path.basename(
             glob.glob(self.home + "/run/wayland-?")[0])
         self.env["DISPLAY"] = self.js("imports.gi.GLib.getenv('DISPLAY')") or ""

@@ -167,6 +167,15 @@ class GnomeTest(WaylandDesktopTest):
         self.assertFalse(soon, "what was to be told soon")
         self.assertIsNone(desktop.js(ITEM + " ?? null"))
 
+    def test_a_dead_shell_blocks_nobody(self):
+        desktop = self.open()
+        recorder, _ = self.work_in_gtk3()
+        desktop.kill(desktop.compositor)
+        # Its windows are gone with it: the program ends, as the toolkit wants it.
+        recorder.wait(timeout=30)
+        self.assertEqual(desktop.session_names(), [GTK3[1]])
+        self.assertTrue(desktop.check_integrity())
+
     def test_the_extension_is_switched_on_for_who_wants_it(self):
         desktop = self.open(enabled=False)
         desktop.start_recorder_and_show()
