@@ -5,7 +5,6 @@
 #include "platform/linux/bus/InputMethodNames.h"
 
 #include <QDBusArgument>
-#include <QDBusMessage>
 
 namespace quillbrook {
 
@@ -20,6 +19,26 @@ QDBusMessage controllerCall(const char* method)
 }
 
 } // namespace
+
+QMap<QString, Fcitx5Names> fcitx5NamesIn(const QDBusMessage& reply)
+{
+    QMap<QString, Fcitx5Names> names;
+    if (reply.signature() != QLatin1String("a(ssssssb)")) {
+        return names;
+    }
+    const auto methods = reply.arguments().constFirst().value<QDBusArgument>();
+    methods.beginArray();
+    while (!methods.atEnd()) {
+        QString id;
+        Fcitx5Names found;
+        methods.beginStructure();
+        methods >> id >> found.name >> found.nativeName;
+        methods.endStructure();
+        names.insert(id, found);
+    }
+    methods.endArray();
+    return names;
+}
 
 Fcitx5InputMethod::Fcitx5InputMethod(Bus& sessionBus) : sessionBus(sessionBus)
 {
@@ -83,20 +102,9 @@ void Fcitx5InputMethod::askForNames()
 {
     callLater(sessionBus.connection(), controllerCall("AvailableInputMethods"), this,
         [this](const QDBusMessage& reply) {
-            if (reply.signature() != QLatin1String("a(ssssssb)")) {
-                return;
+            if (reply.type() == QDBusMessage::ReplyMessage) {
+                names = fcitx5NamesIn(reply);
             }
-            const auto methods = reply.arguments().constFirst().value<QDBusArgument>();
-            methods.beginArray();
-            while (!methods.atEnd()) {
-                QString id;
-                Names found;
-                methods.beginStructure();
-                methods >> id >> found.name >> found.nativeName;
-                methods.endStructure();
-                names.insert(id, found);
-            }
-            methods.endArray();
         });
 }
 
@@ -117,7 +125,7 @@ std::optional<std::string> Fcitx5InputMethod::identifier() const
     if (current.isEmpty()) {
         return std::nullopt;
     }
-    const Names known = names.value(current);
+    const Fcitx5Names known = names.value(current);
     std::string identifier = fcitxIdentifier(
         current.toStdString(), known.name.toStdString(), known.nativeName.toStdString());
     if (current == QLatin1String("rime") && isDoublePinyinSchema(schema.toStdString())) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDBusConnection>
+#include <QDBusMessage>
 #include <QDBusServiceWatcher>
 #include <QMap>
 #include <QObject>
@@ -12,6 +13,16 @@
 namespace quillbrook {
 
 class Bus;
+
+/// How Fcitx 5 calls an input method.
+struct Fcitx5Names {
+    QString name{};
+    QString nativeName{};
+};
+
+/// The names of all input methods by their ids, in the answer to `AvailableInputMethods`; none in
+/// an answer of another form.
+QMap<QString, Fcitx5Names> fcitx5NamesIn(const QDBusMessage& reply);
 
 /// What Fcitx 5 says of the input method in use. It tells of no change by itself, so it has to be
 /// asked, without waiting; it is never started by that. Main thread only.
@@ -31,11 +42,6 @@ public:
     std::optional<std::string> identifier() const;
 
 private:
-    struct Names {
-        QString name;
-        QString nativeName;
-    };
-
     void setUp(const QDBusConnection& bus);
     void came();
     void went();
@@ -47,7 +53,7 @@ private:
     bool running = false;
     QString current{}; // its id
     QString schema{}; // of Rime
-    QMap<QString, Names> names{};
+    QMap<QString, Fcitx5Names> names{};
 };
 
 } // namespace quillbrook

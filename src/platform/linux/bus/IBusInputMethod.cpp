@@ -22,10 +22,11 @@ const QString kLibpinyin = QStringLiteral("libpinyin");
 
 constexpr qint64 kRetryMs = 60'000;
 
-/// The engine's name in the property's value: a variant in a variant, in it a structure of the
-/// type's name, attachments and the name.
-QString engineNameIn(const QVariant& property)
+} // namespace
+
+QString ibusEngineIn(const QVariant& property)
 {
+    // A variant in a variant, in it a structure of the type's name, attachments and the name.
     const auto outer = property.value<QDBusVariant>().variant();
     const auto inner
         = outer.canConvert<QDBusVariant>() ? outer.value<QDBusVariant>().variant() : outer;
@@ -44,8 +45,6 @@ QString engineNameIn(const QVariant& property)
     description.endStructure();
     return engine;
 }
-
-} // namespace
 
 IBusInputMethod::IBusInputMethod(MainLoop& mainLoop, WorkQueues& workQueues)
     : mainLoop(mainLoop)
@@ -116,7 +115,7 @@ void IBusInputMethod::askForEngine()
     call.setArguments({kService, QStringLiteral("GlobalEngine")});
     callLater(QDBusConnection(connectionName), call, this, [this](const QDBusMessage& reply) {
         if (reply.type() != QDBusMessage::ErrorMessage) {
-            setEngine(engineNameIn(reply.arguments().value(0)));
+            setEngine(ibusEngineIn(reply.arguments().value(0)));
         }
     });
 }

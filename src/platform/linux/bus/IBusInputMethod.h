@@ -4,6 +4,7 @@
 #include <QFileSystemWatcher>
 #include <QObject>
 #include <QString>
+#include <QVariant>
 
 #include <optional>
 #include <string>
@@ -12,6 +13,9 @@ namespace quillbrook {
 
 class MainLoop;
 class WorkQueues;
+
+/// The engine's name in the value of the property `GlobalEngine`; empty in one of another form.
+QString ibusEngineIn(const QVariant& property);
 
 /// What IBus says of the input method in use. Its daemon keeps a bus of its own, whose address it
 /// leaves in a file for each display, and tells of each change. Main thread only.

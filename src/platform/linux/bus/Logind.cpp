@@ -56,6 +56,23 @@ QString pathIn(const QDBusMessage& reply)
 
 } // namespace
 
+QString sessionPathIn(const QVariant& display)
+{
+    if (!display.canConvert<QDBusArgument>()) {
+        return {};
+    }
+    const auto pair = display.value<QDBusArgument>();
+    if (pair.currentSignature() != QLatin1String("(so)")) {
+        return {};
+    }
+    QString id;
+    QDBusObjectPath path;
+    pair.beginStructure();
+    pair >> id >> path;
+    pair.endStructure();
+    return path.path();
+}
+
 Logind::Logind(Bus& systemBus, MainLoop& mainLoop, Handlers handlers)
     : systemBus(systemBus)
     , mainLoop(mainLoop)
@@ -197,16 +214,9 @@ void Logind::findDisplaySession()
         callLater(systemBus.connection(), propertyCall(pathIn(user), kUser, "Display"), this,
             [this](const QDBusMessage& display) {
                 const auto value = display.arguments().value(0).value<QDBusVariant>().variant();
-                if (!value.canConvert<QDBusArgument>()) {
-                    return;
+                if (const QString path = sessionPathIn(value); !path.isEmpty()) {
+                    followSession(path);
                 }
-                const auto pair = value.value<QDBusArgument>();
-                QString id;
-                QDBusObjectPath path;
-                pair.beginStructure();
-                pair >> id >> path;
-                pair.endStructure();
-                followSession(path.path());
             });
     });
 }

@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <QVariant>
 #include <QVariantMap>
 
 #include <functional>
@@ -18,6 +19,9 @@ namespace quillbrook {
 
 class Bus;
 class MainLoop;
+
+/// The path of a session in the property `Display` of a user; empty in a value of another form.
+QString sessionPathIn(const QVariant& display);
 
 /// What logind tells of the machine and of the user's session on it. Holds logind back until the
 /// handlers of a sleep or shutdown have run, and before a sleep also everything that was due within

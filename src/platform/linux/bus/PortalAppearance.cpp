@@ -32,13 +32,15 @@ QVariant unwrapped(QVariant value)
     return value;
 }
 
-/// The portal's colour: three numbers from 0 to 1; others mean that there is none.
-std::optional<Color> colorOf(const QVariant& value)
+} // namespace
+
+std::optional<Color> accentColorIn(const QVariant& value)
 {
-    if (!value.canConvert<QDBusArgument>()) {
+    const QVariant plain = unwrapped(value);
+    if (!plain.canConvert<QDBusArgument>()) {
         return std::nullopt;
     }
-    const auto argument = value.value<QDBusArgument>();
+    const auto argument = plain.value<QDBusArgument>();
     if (argument.currentSignature() != "(ddd)") {
         return std::nullopt;
     }
@@ -46,6 +48,7 @@ std::optional<Color> colorOf(const QVariant& value)
     argument.beginStructure();
     argument >> parts[0] >> parts[1] >> parts[2];
     argument.endStructure();
+    // Numbers that are not from 0 to 1 mean that there is none.
     const bool isInside = std::all_of(
         parts.begin(), parts.end(), [](double part) { return part >= 0 && part <= 1; });
     const auto byte
@@ -53,8 +56,6 @@ std::optional<Color> colorOf(const QVariant& value)
     return isInside ? std::optional(Color{byte(parts[0]), byte(parts[1]), byte(parts[2])})
                     : std::nullopt;
 }
-
-} // namespace
 
 PortalAppearance::PortalAppearance(Bus& sessionBus, std::function<void()> changed)
     : sessionBus(sessionBus)
@@ -115,12 +116,11 @@ void PortalAppearance::settingChanged(
 
 void PortalAppearance::take(const QString& key, const QVariant& value)
 {
-    const QVariant plain = unwrapped(value);
     if (key == kColorScheme) {
-        const uint scheme = plain.toUInt(); // 0: no preference, 1: dark, 2: light
+        const uint scheme = unwrapped(value).toUInt(); // 0: no preference, 1: dark, 2: light
         told.isDark = scheme == 0 ? std::nullopt : std::optional(scheme == 1);
     } else if (key == kAccentColor) {
-        told.accent = colorOf(plain);
+        told.accent = accentColorIn(value);
     }
 }
 

@@ -5,6 +5,7 @@
 #include <QDBusVariant>
 #include <QObject>
 #include <QString>
+#include <QVariant>
 
 #include <functional>
 #include <memory>
@@ -15,6 +16,9 @@ class QDBusServiceWatcher;
 namespace quillbrook {
 
 class Bus;
+
+/// The portal's accent colour, within any number of variants; empty when there is none.
+std::optional<Color> accentColorIn(const QVariant& value);
 
 /// What the settings portal of the session bus tells. The bus may start it, and it may come later.
 /// Main thread only.

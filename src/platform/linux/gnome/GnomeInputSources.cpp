@@ -33,8 +33,9 @@ std::optional<std::string> identifierOf(const QString& kind, const QString& name
         text.substr(0, plus), plus != std::string::npos ? text.substr(plus + 1) : std::string());
 }
 
-/// That of the first source in a list of them.
-std::optional<std::string> firstIdentifier(QVariant value)
+} // namespace
+
+std::optional<std::string> firstInputSourceIn(QVariant value)
 {
     while (value.canConvert<QDBusVariant>()) {
         value = value.value<QDBusVariant>().variant();
@@ -54,8 +55,6 @@ std::optional<std::string> firstIdentifier(QVariant value)
     argument.endStructure();
     return identifierOf(kind, name);
 }
-
-} // namespace
 
 GnomeInputSources::GnomeInputSources(Bus& bus)
     : sessionBus(bus)
@@ -105,7 +104,7 @@ void GnomeInputSources::settingChanged(
 void GnomeInputSources::take(Sources& list, const QVariant& value)
 {
     ++list.tellings;
-    list.first = firstIdentifier(value);
+    list.first = firstInputSourceIn(value);
 }
 
 } // namespace quillbrook

@@ -5,6 +5,7 @@
 #include <QDBusVariant>
 #include <QObject>
 #include <QString>
+#include <QVariant>
 
 #include <optional>
 #include <string>
@@ -14,6 +15,10 @@ class QDBusMessage;
 namespace quillbrook {
 
 class Bus;
+
+/// The identifier of the first source in a list of them, within any number of variants; empty when
+/// there is none.
+std::optional<std::string> firstInputSourceIn(QVariant value);
 
 /// The input source that GNOME's settings say is in use: the one used last, else the first. The
 /// settings portal of the session bus tells them. Main thread only.

@@ -26,8 +26,9 @@ std::string told(const QVariant& text)
     return outsideName(text.toString().left(kMostUnits).toStdString());
 }
 
-/// The window that the arguments of `Front` describe; empty when it is none.
-std::optional<FrontWindow> windowOf(const QList<QVariant>& arguments)
+} // namespace
+
+std::optional<FrontWindow> toldWindow(const QList<QVariant>& arguments)
 {
     FrontWindow window{
         .traits = {.className = told(arguments.at(1)), .applicationId = told(arguments.at(0))}};
@@ -37,8 +38,6 @@ std::optional<FrontWindow> windowOf(const QList<QVariant>& arguments)
     }
     return window == FrontWindow{} ? std::nullopt : std::optional(window);
 }
-
-} // namespace
 
 ShellExtension::ShellExtension(const QDBusConnection& connection)
     : bus(connection)
@@ -112,7 +111,7 @@ void ShellExtension::handle(const QString& member, const QList<QVariant>& argume
     if (member == QLatin1String("Hello")) {
         send();
     } else if (member == QLatin1String("Frontssu")) {
-        setFront(true, windowOf(arguments));
+        setFront(true, toldWindow(arguments));
     } else if (member == QLatin1String("MenuOpens") && handlers.menuOpens) {
         handlers.menuOpens();
     } else if (member == QLatin1String("Chooseus") && handlers.chosen) {

@@ -16,6 +16,10 @@
 
 namespace quillbrook {
 
+/// The window that the arguments (s application, s class, u process) of `Front` describe; empty
+/// when it is none.
+std::optional<FrontWindow> toldWindow(const QList<QVariant>& arguments);
+
 /// Our extension of GNOME Shell, as it speaks with us: it tells the application in front, and shows
 /// our label and menu where no tray does. Only who owns the shell's name on the bus is heard.
 ///

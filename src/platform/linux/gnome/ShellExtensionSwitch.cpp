@@ -27,6 +27,14 @@ enum : int { kRuns = 1, kFailed = 3, kOutOfDate = 4, kUninstalled = 99 };
 
 } // namespace
 
+QVariantMap extensionFactsIn(const QDBusMessage& reply)
+{
+    // Qt reads beyond the end of what is no such map.
+    return reply.signature() == QLatin1String("a{sv}")
+        ? qdbus_cast<QVariantMap>(reply.arguments().constFirst())
+        : QVariantMap();
+}
+
 ShellExtensionSwitch::ShellExtensionSwitch(Bus& bus, std::vector<std::filesystem::path> folders)
     : sessionBus(bus)
     , folders(std::move(folders))
@@ -79,7 +87,7 @@ void ShellExtensionSwitch::ask()
     callLater(sessionBus.connection(), call, this,
         [this, owner = shell.owner()](const QDBusMessage& reply) {
             if (reply.type() == QDBusMessage::ReplyMessage && owner == shell.owner()) {
-                take(qdbus_cast<QVariantMap>(reply.arguments().value(0)));
+                take(extensionFactsIn(reply));
             }
         });
 }

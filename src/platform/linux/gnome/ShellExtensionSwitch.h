@@ -17,6 +17,10 @@ namespace quillbrook {
 
 class Bus;
 
+/// What the answer to `GetExtensionInfo` tells of an extension; nothing in an answer of another
+/// form.
+QVariantMap extensionFactsIn(const QDBusMessage& reply);
+
 /// Whether GNOME Shell runs our extension, and its being switched on. Main thread only.
 class ShellExtensionSwitch final : public QObject, public DesktopExtension {
     Q_OBJECT

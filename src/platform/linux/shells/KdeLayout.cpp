@@ -16,8 +16,9 @@ const QString kInterface = QStringLiteral("org.kde.KeyboardLayouts");
 
 constexpr qsizetype kMostLayouts = 64;
 
-/// The third of three texts is what a person reads of a layout.
-QStringList descriptionsIn(const QDBusMessage& reply)
+} // namespace
+
+QStringList layoutDescriptionsIn(const QDBusMessage& reply)
 {
     const QVariant list = reply.arguments().value(0);
     QStringList descriptions;
@@ -33,12 +34,10 @@ QStringList descriptionsIn(const QDBusMessage& reply)
         rows.beginStructure();
         rows >> shortName >> shownName >> longName;
         rows.endStructure();
-        descriptions.append(longName);
+        descriptions.append(longName); // what a person reads
     }
     return descriptions;
 }
-
-} // namespace
 
 KdeLayout::KdeLayout(Bus& sessionBus) : sessionBus(sessionBus)
 {
@@ -70,7 +69,7 @@ void KdeLayout::setUp(QDBusConnection bus)
 void KdeLayout::ask()
 {
     callLater(sessionBus.connection(), call("getLayoutsList"), this,
-        [this](const QDBusMessage& reply) { descriptions = descriptionsIn(reply); });
+        [this](const QDBusMessage& reply) { descriptions = layoutDescriptionsIn(reply); });
     callLater(sessionBus.connection(), call("getLayout"), this, [this](const QDBusMessage& reply) {
         if (reply.type() == QDBusMessage::ReplyMessage) {
             present = reply.arguments().value(0).toUInt();

@@ -14,6 +14,10 @@ namespace quillbrook {
 
 class Bus;
 
+/// The descriptions of all layouts in the answer to `getLayoutsList`; none in an answer of another
+/// form.
+QStringList layoutDescriptionsIn(const QDBusMessage& reply);
+
 /// The keyboard's layout as KDE tells it on the session bus. Main thread only.
 class KdeLayout final : public QObject {
     Q_OBJECT

@@ -20,6 +20,18 @@ std::string textOf(const QString& text)
 
 } // namespace
 
+std::optional<FrontWindow> reportedWindow(
+    const QString& id, const QString& windowClass, const QString& instance, int process)
+{
+    if (id.isEmpty() && windowClass.isEmpty() && process <= 0) {
+        return std::nullopt;
+    }
+    return FrontWindow{.traits = {.instance = textOf(instance),
+                           .className = textOf(windowClass),
+                           .applicationId = textOf(id)},
+        .process = process};
+}
+
 void ReportedFront::listen(QDBusConnection bus, const QString& reporter)
 {
     owner = reporter;
@@ -45,14 +57,7 @@ void ReportedFront::windowActivated(
         return;
     }
     hasReported = true;
-    if (id.isEmpty() && windowClass.isEmpty() && process <= 0) {
-        window.reset();
-    } else {
-        window = FrontWindow{.traits = {.instance = textOf(instance),
-                                 .className = textOf(windowClass),
-                                 .applicationId = textOf(id)},
-            .process = process};
-    }
+    window = reportedWindow(id, windowClass, instance, process);
     changed();
 }
 

@@ -13,6 +13,10 @@
 
 namespace quillbrook {
 
+/// The window that a shell reports so; empty when it says nothing of it.
+std::optional<FrontWindow> reportedWindow(
+    const QString& id, const QString& windowClass, const QString& instance, int process);
+
 /// The window in front as a part of the desktop's own shell reports it to an object of ours on the
 /// session bus. Heard is only who owns the shell's name: whoever else calls is refused, which
 /// is one notice. Main thread only.

@@ -9,7 +9,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QDBusObjectPath>
 #include <QDBusVariant>
+#include <QList>
 #include <QVariantMap>
 
 #include <filesystem>
@@ -44,6 +46,7 @@ public:
     Peer peer;
     std::optional<double> state{};
     bool mayAnyRun = true;
+    bool isOdd = false;
     QString enabled{};
     FakeObject object{peer.bus, kPath, [this](const QDBusMessage& call) {
                           if (call.member() == QLatin1String("Get")) {
@@ -53,6 +56,10 @@ public:
                               enabled = call.arguments().at(0).toString();
                               state = mayAnyRun ? 1 : 2;
                               return call.createReply(true);
+                          }
+                          if (isOdd) {
+                              return call.createReply(QVariant::fromValue(
+                                  QList<QDBusObjectPath>{QDBusObjectPath("/a")}));
                           }
                           QVariantMap facts;
                           if (state) {
@@ -104,6 +111,13 @@ TEST_F(ShellExtensionSwitchTest, OneThatTheShellDoesNotKnowWantsALoginOrIsMissin
     extensionSwitch.enable();
     shell.announce(shell.peer, kExtension, 99);
     EXPECT_TRUE(waitForState(State::needsLogin));
+}
+
+TEST_F(ShellExtensionSwitchTest, AnAnswerOfAnotherFormIsNone)
+{
+    shell.isOdd = true;
+    shell.come();
+    EXPECT_TRUE(waitForState(State::missing));
 }
 
 TEST_F(ShellExtensionSwitchTest, IsSwitchedOnWhenAsked)
