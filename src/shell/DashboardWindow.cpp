@@ -2,8 +2,8 @@
 
 #include "pages/kit/ScrollKeys.h"
 #include "platform/UserDefaults.h"
-#include "platform/qt/QtText.h"
 #include "shell/WindowFrame.h"
+#include "shell/model/StoredFrame.h"
 
 #include <QAbstractScrollArea>
 #include <QCloseEvent>
@@ -11,9 +11,9 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QScreen>
-#include <QStringList>
 
 #include <chrono>
+#include <optional>
 #include <utility>
 
 namespace quillbrook {
@@ -26,14 +26,10 @@ constexpr QSize kFirstSize(960, 680);
 constexpr QSize kSmallestSize(820, 560);
 constexpr std::chrono::milliseconds kFrameRest(500);
 
-/// The frame that a text such as "100 80 960 680" tells; null when it tells none.
-QRect frameOf(const std::string& text)
+/// Null when there is none.
+QRect rectOf(const std::optional<StoredFrame>& frame)
 {
-    const QStringList parts = toQString(text).split(' ');
-    if (parts.size() != 4) {
-        return {};
-    }
-    return {parts[0].toInt(), parts[1].toInt(), parts[2].toInt(), parts[3].toInt()};
+    return frame ? QRect(frame->x, frame->y, frame->width, frame->height) : QRect();
 }
 
 } // namespace
@@ -56,7 +52,7 @@ DashboardWindow::DashboardWindow(
 
 void DashboardWindow::restoreFrame()
 {
-    QRect frame = frameOf(userDefaults.stringForKey(kFrameName));
+    QRect frame = rectOf(storedFrame(userDefaults.stringForKey(kFrameName)));
     // A frame whose title bar lies on no screen could not be brought back by hand.
     const bool isReachable = QGuiApplication::screenAt(frame.center()) != nullptr
         && QGuiApplication::screenAt(frame.topLeft() + QPoint(40, 0)) != nullptr;
