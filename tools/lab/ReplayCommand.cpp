@@ -303,6 +303,20 @@ private:
     QFile file{};
 };
 
+/// Ends the program with a usage error where there is no script, or one that has a fault.
+Scenario readScenario(const std::string& path)
+{
+    QFile file(QString::fromStdString(path));
+    if (!file.open(QIODevice::ReadOnly)) {
+        usageError(path, 0, file.errorString().toStdString());
+    }
+    auto read = scenarioIn(file.readAll());
+    if (const auto* fault = std::get_if<ScenarioFault>(&read)) {
+        usageError(path, fault->line, fault->what);
+    }
+    return *std::get_if<Scenario>(&read);
+}
+
 } // namespace
 
 int replayCommand(const std::vector<std::string>& texts)

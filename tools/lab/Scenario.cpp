@@ -1,41 +1,42 @@
 #include "lab/Scenario.h"
 
-#include "lab/Arguments.h"
 #include "lab/ScenarioValues.h"
 
-#include <QByteArray>
-#include <QFile>
 #include <QJsonDocument>
 #include <QJsonParseError>
+
+#include <cmath>
+#include <optional>
+#include <utility>
 
 namespace quillbrook::lab {
 
 namespace {
 
-/// Reads the lines of one script and knows where it is.
+/// Reads the lines of one script and knows where it is. Once there is a fault, what is read means
+/// nothing.
 class ScenarioReader {
 public:
-    explicit ScenarioReader(const std::string& path) : path(path)
+    explicit ScenarioReader(const QByteArray& text) : lines(text.split('\n'))
     {
-        QFile file(QString::fromStdString(path));
-        if (!file.open(QIODevice::ReadOnly)) {
-            usageError(path, 0, file.errorString().toStdString());
-        }
-        lines = file.readAll().split('\n');
         if (lines.last().isEmpty()) {
             lines.removeLast(); // behind the last line break
         }
     }
 
-    Scenario read()
+    std::variant<Scenario, ScenarioFault> read()
     {
         Scenario scenario{.header = readHeader()};
-        while (number < lines.size()) {
+        while (!fault && number < lines.size()) {
             if (!scenario.events.empty() && scenario.events.back().name == "end") {
                 ++number;
                 fail("a line behind the end");
+            } else {
+                scenario.events.push_back(readEvent());
             }
-            scenario.events.push_back(readEvent());
+        }
+        if (fault) {
+            return *std::move(fault);
         }
         if (scenario.events.empty() || scenario.events.back().name != "end") {
             scenario.events.push_back({.at = earliest, .name = "end", .value = true});
@@ -44,27 +45,30 @@ public:
     }
 
 private:
-    [[noreturn]] void fail(const QString& what) const
+    /// The first one counts. It is told in one line, whatever it cites.
+    void fail(const QString& what)
     {
-        usageError(path, static_cast<std::size_t>(number), what.toStdString());
+        if (!fault) {
+            fault = {
+                .line = static_cast<std::size_t>(number), .what = what.simplified().toStdString()};
+        }
     }
 
     QJsonObject readObject()
     {
         const QByteArray line = number < lines.size() ? lines[number] : QByteArray();
         ++number;
-        QJsonParseError fault;
-        const QJsonDocument document = QJsonDocument::fromJson(line, &fault);
-        if (fault.error != QJsonParseError::NoError) {
-            fail(fault.errorString());
-        }
-        if (!document.isObject()) {
+        QJsonParseError parsing;
+        const QJsonDocument document = QJsonDocument::fromJson(line, &parsing);
+        if (parsing.error != QJsonParseError::NoError) {
+            fail(parsing.errorString());
+        } else if (!document.isObject()) {
             fail("not a JSON object");
         }
         return document.object();
     }
 
-    void check(const QString& name, const QJsonValue& value) const
+    void check(const QString& name, const QJsonValue& value)
     {
         if (!hasRightForm(name, value)) {
             fail("wrong value for '" + name + "'");
@@ -88,6 +92,7 @@ private:
         QJsonObject line = readObject();
         if (!line["at"].isDouble()) {
             fail("no time 'at'");
+            return {};
         }
         const double at = line.take("at").toDouble();
         if (!(at >= earliest)) {
@@ -95,6 +100,7 @@ private:
         }
         if (line.size() != 1) {
             fail(line.isEmpty() ? "no event" : "more than one event");
+            return {};
         }
         const QString name = line.keys().first();
         const QJsonValue value = line[name];
@@ -103,20 +109,23 @@ private:
         }
         check(name, value);
         earliest = name == "suspend" ? at + value.toDouble() : at;
+        if (!std::isfinite(earliest)) {
+            fail("it never comes to an end");
+        }
         return {.at = at, .name = name, .value = value};
     }
 
-    std::string path;
-    QList<QByteArray> lines{};
+    QList<QByteArray> lines;
     qsizetype number = 0; // of the line read last, from 1
     double earliest = 0; // the next event's least time
+    std::optional<ScenarioFault> fault{};
 };
 
 } // namespace
 
-Scenario readScenario(const std::string& path)
+std::variant<Scenario, ScenarioFault> scenarioIn(const QByteArray& text)
 {
-    return ScenarioReader(path).read();
+    return ScenarioReader(text).read();
 }
 
 } // namespace quillbrook::lab

@@ -1,10 +1,13 @@
 #pragma once
 
+#include <QByteArray>
 #include <QJsonObject>
 #include <QJsonValue>
 #include <QString>
 
+#include <cstddef>
 #include <string>
+#include <variant>
 #include <vector>
 
 namespace quillbrook::lab {
@@ -23,7 +26,13 @@ struct Scenario {
     std::vector<ScenarioEvent> events{};
 };
 
-/// Reads and checks a whole script; ends the program with a usage error at its first fault.
-Scenario readScenario(const std::string& path);
+/// Why a text is no script.
+struct ScenarioFault {
+    std::size_t line = 0; // from 1
+    std::string what{};
+};
+
+/// The script that a text is, checked as a whole, or its first fault.
+std::variant<Scenario, ScenarioFault> scenarioIn(const QByteArray& text);
 
 } // namespace quillbrook::lab
