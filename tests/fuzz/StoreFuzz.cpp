@@ -8,14 +8,13 @@
 #include "report/DataProvider.h"
 #include "report/SessionReports.h"
 #include "report/StoreQuery.h"
+#include "tests/fuzz/FuzzInput.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-#include <cstring>
 #include <functional>
 #include <optional>
 #include <set>
@@ -63,41 +62,6 @@ constexpr const char* kEmptyAll = R"(
     DELETE FROM boot_events; DELETE FROM categories WHERE id > 13;
     DELETE FROM app_categories WHERE id > 113)";
 
-void require(bool holds)
-{
-    if (!holds) {
-        std::abort();
-    }
-}
-
-/// The bytes of an input, zeros behind their end.
-class Input {
-public:
-    explicit Input(std::string_view bytes) : rest(bytes) {}
-
-    bool isEmpty() const { return rest.empty(); }
-    std::uint8_t byte() { return number<std::uint8_t>(); }
-
-    template <typename T>
-    T number()
-    {
-        T value{};
-        const std::string_view bytes = take(sizeof value);
-        std::memcpy(&value, bytes.data(), bytes.size());
-        return value;
-    }
-
-    std::string_view take(std::size_t count)
-    {
-        const std::string_view bytes = rest.substr(0, count);
-        rest.remove_prefix(bytes.size());
-        return bytes;
-    }
-
-private:
-    std::string_view rest;
-};
-
 /// Stores in memory: one as the engine makes it, and one whose columns take every type as it comes.
 class Stores {
 public:
@@ -116,7 +80,7 @@ public:
     static std::string path(bool isTyped) { return isTyped ? "/typed.db" : "/untyped.db"; }
 
     /// Replaces all rows by those of the input.
-    void fill(bool isTyped, Input& input)
+    void fill(bool isTyped, FuzzInput& input)
     {
         const Connection& store = isTyped ? typed : untyped;
         run(store, "BEGIN");
@@ -145,7 +109,7 @@ private:
             static_cast<int>(text.size()), SQLITE_TRANSIENT);
     }
 
-    static void bindValue(const Statement& insert, int at, Input& input)
+    static void bindValue(const Statement& insert, int at, FuzzInput& input)
     {
         switch (input.byte() % 8) {
         case 0:
@@ -194,12 +158,12 @@ Stores& stores()
 }
 
 template <typename T>
-T anyOf(Input& input)
+T anyOf(FuzzInput& input)
 {
     return allCases<T>[input.byte() % allCases<T>.size()].value;
 }
 
-RefreshContext anyContext(Input& input)
+RefreshContext anyContext(FuzzInput& input)
 {
     return {.tab = anyOf<NavTab>(input),
         .todayPeriod = anyOf<TodayPeriod>(input),
@@ -339,7 +303,7 @@ void checkTrend(sqlite3* db)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     using namespace quillbrook;
-    Input input({reinterpret_cast<const char*>(data), size});
+    FuzzInput input(data, size);
     Stores& all = stores();
     const bool isTyped = input.byte() % 2 == 0;
     const RefreshContext context = anyContext(input);

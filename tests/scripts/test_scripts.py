@@ -68,7 +68,7 @@ class ScriptsTest(unittest.TestCase):
     def test_nothing_is_done_when_nothing_is_missing(self):
         self.stand_in(self.bin / "dpkg-query", "echo -n installed")
         self.stand_in(self.bin / "apt-get")
-        for purpose in ("run", "desktop", "test", "lint", "package"):
+        for purpose in ("run", "desktop", "test", "nightly", "lint", "package"):
             done = self.run_script("bootstrap", purpose)
             self.assertEqual((done.returncode, done.stdout, done.stderr), (0, "", ""))
         self.assertFalse([call for call in self.calls() if call.startswith("apt-get")])
