@@ -18,6 +18,7 @@
 #include "platform/linux/bus/Logind.h"
 #include "platform/linux/bus/NotificationIcon.h"
 #include "platform/linux/bus/Notifications.h"
+#include "platform/linux/bus/PortalLinks.h"
 #include "platform/linux/bus/ScreenSaverSignals.h"
 #include "platform/linux/bus/SilentServices.h"
 #include "platform/linux/gnome/MutterScreens.h"
@@ -163,6 +164,7 @@ struct LinuxPlatform::Parts {
     LinuxInputSource inputSource{sessionBus, *display, mainLoop, workQueues};
     FollowedKeyCounting keyCounting{keys.counting(), inputSource};
     Notifications notifications{sessionBus};
+    PortalLinks links{sessionBus};
     LinuxChildProcess childProcess{notifications};
     BusPermissionGuide permissionGuide{sessionBus, systemBus, bundleValues.bundlePath()};
 };

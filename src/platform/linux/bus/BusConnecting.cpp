@@ -21,24 +21,29 @@ QString& hiddenSessionBusAddress()
     return address;
 }
 
+/// The bus that a session has without naming it; empty when there is none.
+QString unnamedSessionBusAddress()
+{
+    const QString socket = qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus");
+    return QFileInfo::exists(socket) ? QStringLiteral("unix:path=") + socket : QString();
+}
+
 } // namespace
 
 QString sessionBusAddress()
 {
-    QString address = qEnvironmentVariable(kSessionVariable);
-    if (address.isEmpty()) {
-        const QString socket = qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus");
-        if (QFileInfo::exists(socket)) {
-            address = QStringLiteral("unix:path=") + socket;
-        }
-    }
-    return address;
+    const QString address = qEnvironmentVariable(kSessionVariable);
+    return address.isEmpty() ? unnamedSessionBusAddress() : address;
 }
 
 QString trueSessionBusAddress()
 {
     const QString& hidden = hiddenSessionBusAddress();
-    return hidden.isEmpty() ? sessionBusAddress() : hidden;
+    if (!hidden.isEmpty()) {
+        return hidden;
+    }
+    const QString address = sessionBusAddress();
+    return address == QLatin1String(kNoBus) ? unnamedSessionBusAddress() : address;
 }
 
 QString systemBusAddress()
@@ -74,7 +79,8 @@ void connectLater(WorkQueues& workQueues, MainLoop& mainLoop, const QString& add
 void hideSessionBus(bool isHidden)
 {
     hiddenSessionBusAddress() = isHidden ? sessionBusAddress() : QString();
-    if (isHidden) {
+    // Where none is named, the library would start one, for the whole session and bound as we are.
+    if (isHidden || sessionBusAddress().isEmpty()) {
         qputenv(kSessionVariable, kNoBus);
     }
 }

@@ -5,65 +5,26 @@
 #include "platform/qt/QtWorkQueues.h"
 #include "support/BecomesTrue.h"
 #include "support/TemporaryDirectory.h"
+#include "tests/platform/linux/bus/KeepingService.h"
 #include "tests/platform/linux/bus/PrivateBus.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
-#include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusVirtualObject>
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <memory>
 #include <string>
-#include <vector>
 
 namespace quillbrook {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-/// A service on a bus that keeps the calls that it got, and answers or refuses them.
-class KeepingService final : public QDBusVirtualObject {
-public:
-    KeepingService(const QString& address, const QString& name, const QString& path)
-        : bus(QDBusConnection::connectToBus(address, name))
-    {
-        bus.registerVirtualObject(path, this, QDBusConnection::SubPath);
-        bus.registerService(name);
-    }
-    ~KeepingService() override { QDBusConnection::disconnectFromBus(bus.name()); }
-
-    QString introspect(const QString&) const override { return {}; }
-
-    bool handleMessage(const QDBusMessage& call, const QDBusConnection& connection) override
-    {
-        calls.push_back(call);
-        return connection.send(refuses
-                ? call.createErrorReply(QDBusError::AccessDenied, QStringLiteral("no"))
-                : call.createReply());
-    }
-
-    std::vector<std::string> members() const
-    {
-        std::vector<std::string> names;
-        for (const QDBusMessage& call : calls) {
-            names.push_back(call.member().toStdString());
-        }
-        return names;
-    }
-
-    std::vector<QDBusMessage> calls{};
-    bool refuses = false;
-
-private:
-    QDBusConnection bus;
-};
 
 class BusPermissionGuideTest : public testing::Test {
 protected:

@@ -255,6 +255,16 @@ TEST_F(BusTest, AnAddressAtWhichNobodyListensIsLeftToTheToolkit)
     EXPECT_TRUE(isAsked);
 }
 
+TEST_F(BusTest, ABusThatNobodyNamesIsNeverStartedAndIsTakenUpWhenItComes)
+{
+    setenv("XDG_RUNTIME_DIR", directory.path().c_str(), 1);
+    hideSilentServices();
+    EXPECT_EQ(qgetenv("DBUS_SESSION_BUS_ADDRESS"), "unix:path=/dev/null");
+    EXPECT_EQ(trueSessionBusAddress(), "");
+    const SilentSocket socket(directory.path() / "bus");
+    EXPECT_EQ(trueSessionBusAddress().toStdString(), socket.address());
+}
+
 TEST_F(BusTest, BusesThatAnswerStay)
 {
     const PrivateBus daemon;
