@@ -1,5 +1,6 @@
 #include "base/PrivateFiles.h"
 #include "platform/linux/DisplayOpening.h"
+#include "platform/linux/LinuxConfinement.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/bus/BusInstance.h"
 #include "platform/linux/bus/SilentServices.h"
@@ -44,6 +45,7 @@ int main(int argc, char** argv)
     // A reader of our output that is gone must not end the recording.
     std::signal(SIGPIPE, SIG_IGN);
 
+    quillbrook::confineThisProcess();
     quillbrook::putDirectoriesRight();
     if (!quillbrook::mayOpenEnoughFiles()) {
         return EXIT_FAILURE;

@@ -23,13 +23,22 @@ class Desktop(PrivateSession):
     # The parts of the desktop
 
     def start_display(self):
+        self.env["DISPLAY"] = ":" + self._spawn_x_server("-nolisten")
+
+    def move_to_network_display(self):
+        """Puts a display that is reached through the network in the place of the one there was."""
+        self.kill(self.x_server)
+        self.env["DISPLAY"] = "127.0.0.1:" + self._spawn_x_server("-listen")
+        self.start_window_manager()
+
+    def _spawn_x_server(self, tcp):
         read_end, write_end = os.pipe()
         self.x_server = self.spawn(
-            ["Xvfb", "-displayfd", str(write_end), "-screen", "0", "1280x800x24", "-nolisten",
+            ["Xvfb", "-displayfd", str(write_end), "-screen", "0", "1280x800x24", tcp,
              "tcp", "-noreset"], fast=True, pass_fds=[write_end])
         os.close(write_end)
         with os.fdopen(read_end) as file:
-            self.env["DISPLAY"] = ":" + file.readline().strip()
+            return file.readline().strip()
 
     def start_window_manager(self):
         if self.window_manager_name == "openbox":
