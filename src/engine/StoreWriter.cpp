@@ -343,9 +343,10 @@ bool StoreWriter::isSound() const
     if (check && sqlite3_step(check.get()) == SQLITE_ROW) {
         return columnText(check, 0) == "ok";
     }
-    // What else keeps a reader out says nothing about the file.
-    const int result = sqlite3_errcode(reader) & 0xFF;
-    return result != SQLITE_CORRUPT && result != SQLITE_NOTADB && result != SQLITE_IOERR;
+    // What else keeps a reader out, as a full disk does, says nothing about the file.
+    const int result = sqlite3_extended_errcode(reader);
+    return (result & 0xFF) != SQLITE_CORRUPT && (result & 0xFF) != SQLITE_NOTADB
+        && result != SQLITE_IOERR_SHORT_READ;
 }
 
 void StoreWriter::reopenWithLog()

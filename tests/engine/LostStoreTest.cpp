@@ -274,6 +274,16 @@ TEST_F(LostStoreTest, ALogThatIsRemovedCostsNothing)
     }
 }
 
+TEST_F(LostStoreTest, ATruncatedLogIsKeptBesideWithItsStore)
+{
+    workInTwo();
+    fs::resize_file(file("monitor.db-wal"), 0);
+    switchTo("Music");
+    EXPECT_THAT(keptStores(), SizeIs(1));
+    EXPECT_THAT(sessions(), ElementsAre("Mail|63|66|0", "Music|66|NULL|0"));
+    expectSound();
+}
+
 TEST_F(LostStoreTest, AStoreThatAnotherProgramWroteToIsKeptOn)
 {
     workInTwo();
