@@ -85,7 +85,7 @@ class KillTest(DesktopTest):
                 raise
         print("%d kills, seed %d: %d sessions, %d idle periods, %d minutes with keys, %d switches"
               % (COUNT, self.seed, *(len(before[table]) for table in before), switching.count))
-        self.assertGreater(len(before["sessions"]), COUNT / 4, "something was recorded")
+        self.assertGreater(len(before["sessions"]), COUNT / 10, "something was recorded")
 
     def live_and_die(self, before):
         """One life of the program; gives what is in the store behind it."""
