@@ -81,6 +81,7 @@ class GnomeTest(WaylandDesktopTest):
         desktop.watch_fronts()
         changes, seconds = desktop.flood(GTK4[0], GTK3[0])
         self.assertGreater(changes, 900)
+        wait_for(lambda: desktop.fronts()[-1][1] == GTK3[0], "the last window to be told")
         desktop.wait_for_session(GTK3[1])
         self.assertLess(len(desktop.fronts()), 10 * seconds + 3)
         self.assertEqual(desktop.fronts()[-1][1], GTK3[0])
