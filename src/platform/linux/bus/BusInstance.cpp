@@ -63,6 +63,7 @@ void BusInstance::claimOn(const QString& address)
 
 BusInstance::~BusInstance()
 {
+    bus.unregisterObject(kPath); // nobody may reach it over a connection that goes
     QDBusConnection::disconnectFromBus(kConnection);
 }
 

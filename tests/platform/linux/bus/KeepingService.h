@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/platform/linux/bus/LeaveBus.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
@@ -15,11 +17,12 @@ class KeepingService final : public QDBusVirtualObject {
 public:
     KeepingService(const QString& address, const QString& name, const QString& path)
         : bus(QDBusConnection::connectToBus(address, name))
+        , path(path)
     {
         bus.registerVirtualObject(path, this, QDBusConnection::SubPath);
         bus.registerService(name);
     }
-    ~KeepingService() override { QDBusConnection::disconnectFromBus(bus.name()); }
+    ~KeepingService() override { leaveBus(bus, path, *this); }
 
     QString introspect(const QString&) const override { return {}; }
 
@@ -45,6 +48,7 @@ public:
 
 private:
     QDBusConnection bus;
+    QString path;
 };
 
 } // namespace quillbrook

@@ -6,6 +6,7 @@
 #include "platform/qt/QtWorkQueues.h"
 #include "platform/virtual/VirtualMainLoop.h"
 #include "support/BecomesTrue.h"
+#include "tests/platform/linux/bus/LeaveBus.h"
 #include "tests/platform/linux/bus/PrivateBus.h"
 
 #include <gtest/gtest.h>
@@ -32,10 +33,10 @@ public:
     explicit WaitingPortal(const QString& address)
         : bus(QDBusConnection::connectToBus(address, QStringLiteral("waiting-portal")))
     {
-        bus.registerVirtualObject(QStringLiteral("/org/freedesktop/portal/desktop"), this);
+        bus.registerVirtualObject(path, this);
         bus.registerService(QStringLiteral("org.freedesktop.portal.Desktop"));
     }
-    ~WaitingPortal() override { QDBusConnection::disconnectFromBus(bus.name()); }
+    ~WaitingPortal() override { leaveBus(bus, path, *this); }
 
     QString introspect(const QString&) const override { return {}; }
 
@@ -61,7 +62,7 @@ public:
     /// All are told that windows shall be dark from now on.
     void change()
     {
-        auto signal = QDBusMessage::createSignal(QStringLiteral("/org/freedesktop/portal/desktop"),
+        auto signal = QDBusMessage::createSignal(path,
             QStringLiteral("org.freedesktop.portal.Settings"), QStringLiteral("SettingChanged"));
         signal << QStringLiteral("org.freedesktop.appearance") << QStringLiteral("color-scheme")
                << QVariant::fromValue(QDBusVariant(QVariant::fromValue(1U)));
@@ -71,6 +72,7 @@ public:
     std::vector<QDBusMessage> questions{};
 
 private:
+    const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
     QDBusConnection bus;
 };
 

@@ -4,6 +4,7 @@
 #include "platform/qt/QtMainLoop.h"
 #include "platform/qt/QtWorkQueues.h"
 #include "support/BecomesTrue.h"
+#include "tests/platform/linux/bus/LeaveBus.h"
 #include "tests/platform/linux/bus/PrivateBus.h"
 
 #include <gmock/gmock.h>
@@ -49,7 +50,7 @@ public:
     ~FakeLogind() override
     {
         closeHeld();
-        QDBusConnection::disconnectFromBus(bus.name());
+        leaveBus(bus, kPath, *this);
     }
 
     QString introspect(const QString&) const override { return {}; }

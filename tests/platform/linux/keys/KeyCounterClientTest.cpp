@@ -3,6 +3,7 @@
 #include "keycounter/keyboards/KeyCounterNames.h"
 #include "platform/linux/bus/Calls.h"
 #include "support/BecomesTrue.h"
+#include "tests/platform/linux/bus/LeaveBus.h"
 #include "tests/platform/linux/keys/KeysFixture.h"
 
 #include <gmock/gmock.h>
@@ -48,7 +49,7 @@ public:
     {
         bus.registerVirtualObject(kPath, this);
     }
-    ~FakeCounter() override { QDBusConnection::disconnectFromBus(bus.name()); }
+    ~FakeCounter() override { leaveBus(bus, kPath, *this); }
 
     QString introspect(const QString&) const override { return {}; }
 

@@ -4,6 +4,7 @@
 #include "platform/qt/QtMainLoop.h"
 #include "platform/qt/QtWorkQueues.h"
 #include "support/BecomesTrue.h"
+#include "tests/platform/linux/bus/LeaveBus.h"
 #include "tests/platform/linux/bus/PrivateBus.h"
 
 #include <QCoreApplication>
@@ -33,7 +34,7 @@ public:
         bus.registerVirtualObject(QStringLiteral("/"), this, QDBusConnection::SubPath);
         bus.registerService(service);
     }
-    ~FakeShell() override { QDBusConnection::disconnectFromBus(bus.name()); }
+    ~FakeShell() override { leaveBus(bus, QStringLiteral("/"), *this); }
 
     QString introspect(const QString&) const override { return {}; }
 
