@@ -16,10 +16,13 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <csignal>
+#include <cstddef>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <map>
 #include <string>
 #include <vector>
@@ -29,7 +32,8 @@ namespace {
 
 using testing::ElementsAre;
 
-constexpr int kAtOnceMs = 200;
+// Of a machine that is busy with other things; whoever waits for the device does so for good.
+constexpr int kSoonMs = 5000;
 
 /// Environment variables of a test, put back at its end.
 class Environment {
@@ -51,6 +55,12 @@ public:
 private:
     std::map<std::string, std::string> before{};
 };
+
+/// The threads of this process.
+std::ptrdiff_t threadCount()
+{
+    return std::distance(std::filesystem::directory_iterator("/proc/self/task"), {});
+}
 
 /// A program without a display, whose sounds go where the test says.
 class CanberraSoundTest : public testing::Test {
@@ -82,6 +92,18 @@ protected:
         play(sound, name);
         EXPECT_TRUE(becomesTrue([this] { return !answers.empty(); }));
         return answers == std::vector{true};
+    }
+
+    /// Reads what is played into `pipe` until no more than `count` threads are left.
+    static void endThreads(const std::string& pipe, std::ptrdiff_t count)
+    {
+        const int reader = open(pipe.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+        EXPECT_TRUE(becomesTrue([reader, count] {
+            std::array<char, 65'536> sound{};
+            while (read(reader, sound.data(), sound.size()) > 0) {}
+            return threadCount() <= count;
+        }));
+        close(reader);
     }
 
     int count = 1;
@@ -165,6 +187,7 @@ TEST_F(CanberraSoundTest, WaitsForNoDeviceThatDoesNotAnswer)
     const std::string pipe = directory.path() / "pipe";
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     setDevice("{ type file file \"" + pipe + "\" slave.pcm { type null } }");
+    const std::ptrdiff_t threadsBefore = threadCount();
     QElapsedTimer watch;
     {
         CanberraSound sound(x11);
@@ -172,13 +195,13 @@ TEST_F(CanberraSoundTest, WaitsForNoDeviceThatDoesNotAnswer)
         for (int request = 0; request < 6; ++request) {
             play(sound, "Glass");
         }
-        EXPECT_LT(watch.elapsed(), kAtOnceMs);
+        EXPECT_LT(watch.elapsed(), kSoonMs);
         ASSERT_TRUE(becomesTrue([this] { return answers.size() == 2; }));
         EXPECT_THAT(answers, ElementsAre(false, false)); // those that are too many
         watch.start();
     }
-    EXPECT_LT(watch.elapsed(), 1000);
-    close(open(pipe.c_str(), O_RDONLY | O_NONBLOCK)); // lets the thread that was left behind end
+    EXPECT_LT(watch.elapsed(), kSoonMs);
+    endThreads(pipe, threadsBefore); // ALSA aborts a program whose listener goes while it plays
 }
 
 TEST_F(CanberraSoundTest, BeepsWithTheBellOfTheDisplay)
