@@ -16,7 +16,7 @@ from waiting import wait_for
 class Desktop(PrivateSession):
     """One private X11 desktop."""
 
-    def __init__(self, speed=60, now=None, window_manager="openbox"):
+    def __init__(self, speed=20, now=None, window_manager="openbox"):
         self.window_manager_name = window_manager
         super().__init__(speed, now)
 
@@ -180,6 +180,6 @@ class Desktop(PrivateSession):
 class DesktopTest(SessionTest):
     """A test on an X11 desktop of its own."""
 
-    def open_desktop(self, speed=60, now=None, **options):
+    def open_desktop(self, speed=20, now=None, **options):
         self.desktop = Desktop(speed, now, **options)
         self.addCleanup(self.desktop.close)

@@ -42,9 +42,12 @@ BUS_CONFIG = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Config
 class PrivateSession:
     """A session of its own, `speed` times as fast as the world outside; `now` is the time on its
     clocks when it begins, by default that outside. What shows windows in it is for others to
-    say."""
+    say.
 
-    def __init__(self, speed=60, now=None):
+    Five minutes make a rest: at 20 a busy machine may stand still for 15 seconds before what a
+    test does looks like one."""
+
+    def __init__(self, speed=20, now=None):
         self.speed = speed
         self.offset_sec = 0 if now is None else round(now - time.time())
         self.home = tempfile.mkdtemp(prefix="quillbrook-desktop-")

@@ -110,11 +110,11 @@ class GnomeTest(WaylandDesktopTest):
         desktop.wait_for_session(GTK3[1], 2)
 
     def test_a_person_at_work_is_not_idle(self):
-        desktop = self.open(speed=60)
+        desktop = self.open(speed=30)
         self.work_in_gtk3()
-        for _ in range(5):
+        for _ in range(10):
             desktop.touch()
-            desktop.let_minutes_pass(2)
+            desktop.let_minutes_pass(1)
         self.assertEqual(desktop.idles(), [])
         self.assertEqual(len(desktop.sessions()), 1)
 

@@ -96,7 +96,7 @@ def is_asleep(pid):
 
 
 class KeysTest(DesktopTest):
-    def start(self, speed=60):
+    def start(self, speed=20):
         """Starts the recorder over a terminal, and waits until keys count."""
         self.open_desktop(speed)
         desktop = self.desktop

@@ -191,7 +191,7 @@ class WaylandDesktopTest(SessionTest):
 
     def check_nothing_in_front_is_nobody(self):
         desktop = self.desktop
-        desktop.speed = 60
+        desktop.speed = 30
         _, window = self.start_working()
         desktop.kill(window)
         desktop.wait_for_idle(1)
@@ -231,17 +231,17 @@ class WaylandDesktopTest(SessionTest):
 
     def check_a_person_at_work_is_not_idle(self):
         desktop = self.desktop
-        desktop.speed = 60  # two minutes are less than the compositor's five seconds
+        desktop.speed = 30  # a minute is less than the compositor's five seconds
         self.start_working()
-        for _ in range(5):
+        for _ in range(10):
             desktop.touch()
-            desktop.let_minutes_pass(2)
+            desktop.let_minutes_pass(1)
         self.assertEqual(desktop.idles(), [])
         self.assertEqual(len(desktop.sessions()), 1)
 
     def check_a_locked_session(self):
         desktop = self.desktop
-        desktop.speed = 60
+        desktop.speed = 30
         self.start_working()
         desktop.set_locked(True)
         desktop.wait_for_idle(3)
