@@ -72,10 +72,10 @@ class KeyCounterTest(CounterBusTest):
         peer = self.subscribe()
         self.write("event0", b"")
         for _ in range(3):
+            before = time.monotonic()
             self.write("event0", typed(KEY_A))
-            pressed_at = time.monotonic()
             told_at = float(peer.next_line()[2])
-            self.assertGreaterEqual(told_at, int(pressed_at) + 1)
+            self.assertGreaterEqual(told_at, int(before) + 1)
 
     def test_keys_of_one_second_are_one_message(self):
         self.plug_in("event0")
@@ -201,10 +201,18 @@ class KeyCounterTest(CounterBusTest):
         self.set_seat(ANNA, BERT)
         anna, bert = self.subscribe(ANNA), self.subscribe(BERT)
         self.write("event0", b"")
-        time.sleep(1.05 - time.monotonic() % 1)
-        self.write("event0", typed(KEY_A))
-        time.sleep(0.1)
-        self.set_seat(BERT, ANNA)
+        for _ in range(20):
+            time.sleep(1.05 - time.monotonic() % 1)
+            begin = time.monotonic()
+            self.write("event0", typed(KEY_A))
+            time.sleep(0.1)
+            self.set_seat(BERT, ANNA)
+            if int(begin) == int(time.monotonic()):
+                break
+            time.sleep(1.2)  # too slow a machine for this second, whose number may have been told
+            while anna.has_said_more():
+                anna.next_line()
+            self.set_seat(ANNA, BERT)
         self.expect_nothing(anna, bert)
 
     @needs_root
