@@ -5,6 +5,7 @@ All clocks on it may run many times faster, in the program and in the X server a
 
 import os
 import re
+import signal
 import subprocess
 import time
 
@@ -18,7 +19,14 @@ class Desktop(PrivateSession):
 
     def __init__(self, speed=20, now=None, window_manager="openbox"):
         self.window_manager_name = window_manager
+        self.x_server = None
         super().__init__(speed, now)
+
+    def close(self):
+        if self.x_server is not None:
+            # Killed, it would leave its socket, and a computer has few for all.
+            self.kill(self.x_server, signal.SIGTERM)
+        super().close()
 
     # The parts of the desktop
 

@@ -45,14 +45,19 @@ XServer::XServer(const std::vector<std::string>& options)
 
 XServer::~XServer()
 {
-    kill();
+    end(SIGTERM); // lets it take away its socket, of which a computer has few
     unsetenv("DISPLAY");
 }
 
 void XServer::kill()
 {
+    end(SIGKILL);
+}
+
+void XServer::end(int signal)
+{
     if (process > 0) {
-        ::kill(process, SIGKILL);
+        ::kill(process, signal);
         waitpid(process, nullptr, 0);
         process = -1;
     }

@@ -21,6 +21,8 @@ public:
     void kill();
 
 private:
+    void end(int signal);
+
     pid_t process = -1;
 };
 
