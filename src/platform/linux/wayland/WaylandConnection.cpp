@@ -34,6 +34,8 @@ WaylandConnection::WaylandConnection(MainLoop& mainLoop, std::string socketPath)
 
 WaylandConnection::~WaylandConnection()
 {
+    readable.reset();
+    writable.reset();
     if (isUsable()) {
         end();
     }
@@ -69,9 +71,8 @@ bool WaylandConnection::connect()
     if (socket < 0) {
         return false;
     }
-    display = wl_display_connect_to_fd(socket);
+    display = wl_display_connect_to_fd(socket); // which closes it, too, when that fails
     if (display == nullptr) {
-        close(socket);
         return false;
     }
     registry.reset(wl_display_get_registry(display));
@@ -119,6 +120,11 @@ void WaylandConnection::lose()
     for (WaylandUser* user : users) {
         user->lost();
     }
+    // The notifier may be the one that is calling: it is left to the event loop.
+    for (auto* notifier : {readable.release(), writable.release()}) {
+        notifier->setEnabled(false);
+        notifier->deleteLater();
+    }
     end();
     notice("与 Wayland 合成器的连接已断开，暂不知道前台应用和闲置时间");
     retryLater();
@@ -126,11 +132,6 @@ void WaylandConnection::lose()
 
 void WaylandConnection::end()
 {
-    // The notifier may be the one that is calling: it is left to the event loop.
-    for (auto* notifier : {readable.release(), writable.release()}) {
-        notifier->setEnabled(false);
-        notifier->deleteLater();
-    }
     listing.reset();
     registry.reset();
     wl_display_disconnect(std::exchange(display, nullptr));

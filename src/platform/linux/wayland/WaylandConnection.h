@@ -64,7 +64,7 @@ public:
     /// Connects; false when nobody listens. To be called once all users are there.
     bool connect();
 
-    /// Adds a user, which has to outlive the connection.
+    /// Adds a user, which is there as long as the connection is read, and goes before it ends.
     void add(WaylandUser& user) { users.push_back(&user); }
 
     bool isUsable() const { return display != nullptr; }
