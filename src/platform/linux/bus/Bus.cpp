@@ -92,7 +92,8 @@ void Bus::attemptEnded()
     connection().connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
         QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
         SLOT(disconnected()));
-    for (const auto& body : thereBodies) {
+    const auto present = thereBodies; // one of them may add others
+    for (const auto& body : present) {
         body(connection());
     }
     tellKnown();
@@ -100,7 +101,8 @@ void Bus::attemptEnded()
 
 void Bus::disconnected()
 {
-    for (const auto& body : goneBodies) {
+    const auto present = goneBodies; // one of them may add others
+    for (const auto& body : present) {
         body();
     }
     connectToBus();

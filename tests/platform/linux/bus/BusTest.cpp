@@ -19,6 +19,7 @@
 
 #include <cstdlib>
 #include <future>
+#include <memory>
 #include <optional>
 #include <string>
 #include <thread>
@@ -177,6 +178,33 @@ TEST_F(BusTest, WhoAsksWhileItIsConnectedToIsToldOnce)
     bus.whenKnown([&](bool) { isKnown = true; });
     ASSERT_TRUE(becomesTrue([&] { return isKnown; }));
     EXPECT_EQ(there, 1);
+}
+
+TEST_F(BusTest, WhoIsToldMayBringOthersWhoWantToBeTold)
+{
+    auto daemon = std::make_unique<PrivateBus>();
+    setenv("DBUS_SESSION_BUS_ADDRESS", daemon->address.toUtf8().constData(), 1);
+    constexpr int kMany = 100; // for which the room of one is too small
+    Bus bus(Bus::Kind::session, mainLoop, workQueues);
+    int there = 0;
+    int gone = 0;
+    int broughtWhenGone = 0;
+    bus.whenThere([&](const QDBusConnection&) {
+        for (int i = 0; i < kMany; ++i) {
+            bus.whenThere([&](const QDBusConnection&) { ++there; });
+        }
+    });
+    bus.whenGone([&] {
+        for (int i = 0; i < kMany; ++i) {
+            bus.whenGone([&] { ++broughtWhenGone; });
+        }
+        ++gone;
+    });
+    ASSERT_TRUE(becomesTrue([&] { return there > 0; }));
+    EXPECT_EQ(there, kMany);
+    daemon.reset();
+    ASSERT_TRUE(becomesTrue([&] { return gone > 0; }));
+    EXPECT_EQ(broughtWhenGone, 0) << "the bus went before they came";
 }
 
 TEST_F(BusTest, WithoutAnAddressNothingIsWaitedFor)
