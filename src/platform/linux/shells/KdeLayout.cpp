@@ -5,6 +5,7 @@
 #include "platform/linux/bus/Calls.h"
 
 #include <QDBusArgument>
+#include <QDBusConnection>
 
 namespace quillbrook {
 
@@ -36,17 +37,21 @@ QStringList layoutDescriptionsIn(const QDBusMessage& reply)
         rows.endStructure();
         descriptions.append(longName); // what a person reads
     }
+    rows.endArray();
     return descriptions;
 }
 
-KdeLayout::KdeLayout(Bus& sessionBus) : sessionBus(sessionBus)
+KdeLayout::KdeLayout(Bus& bus) : sessionBus(bus), keyboard(kService, [this] { ask(); })
 {
-    watcher.addWatchedService(kService);
-    connect(&watcher, &QDBusServiceWatcher::serviceRegistered, this, [this] { ask(); });
-    connect(&watcher, &QDBusServiceWatcher::serviceUnregistered, this,
-        [this] { descriptions.clear(); });
-    sessionBus.whenThere([this](const QDBusConnection& bus) { setUp(bus); });
-    sessionBus.whenGone([this] { descriptions.clear(); });
+    // A service's name in these would be looked up by the library, which waits for the answer: the
+    // slots compare the sender.
+    bus.whenThere([this](QDBusConnection connection) {
+        connection.connect(QString(), kPath, kInterface, QStringLiteral("layoutChanged"), this,
+            SLOT(layoutChanged(uint, QDBusMessage)));
+        connection.connect(QString(), kPath, kInterface, QStringLiteral("layoutListChanged"), this,
+            SLOT(layoutListChanged(QDBusMessage)));
+    });
+    keyboard.follow(bus);
 }
 
 std::optional<std::string> KdeLayout::description() const
@@ -56,30 +61,44 @@ std::optional<std::string> KdeLayout::description() const
                                        : std::nullopt;
 }
 
-void KdeLayout::setUp(QDBusConnection bus)
+void KdeLayout::layoutChanged(uint index, const QDBusMessage& signal)
 {
-    watcher.setConnection(bus);
-    bus.connect(kService, kPath, kInterface, QStringLiteral("layoutChanged"), this,
-        SLOT(layoutChanged(unsigned int)));
-    bus.connect(kService, kPath, kInterface, QStringLiteral("layoutListChanged"), this,
-        SLOT(layoutListChanged()));
-    ask();
+    if (signal.service() == keyboard.owner()) {
+        present = index;
+    }
+}
+
+void KdeLayout::layoutListChanged(const QDBusMessage& signal)
+{
+    if (signal.service() == keyboard.owner()) {
+        ask();
+    }
 }
 
 void KdeLayout::ask()
 {
+    if (keyboard.owner().isEmpty()) {
+        descriptions.clear();
+        return;
+    }
     callLater(sessionBus.connection(), call("getLayoutsList"), this,
-        [this](const QDBusMessage& reply) { descriptions = layoutDescriptionsIn(reply); });
-    callLater(sessionBus.connection(), call("getLayout"), this, [this](const QDBusMessage& reply) {
-        if (reply.type() == QDBusMessage::ReplyMessage) {
-            present = reply.arguments().value(0).toUInt();
-        }
-    });
+        [this, owner = keyboard.owner()](const QDBusMessage& reply) {
+            if (owner == keyboard.owner()) {
+                descriptions = layoutDescriptionsIn(reply);
+            }
+        });
+    callLater(sessionBus.connection(), call("getLayout"), this,
+        [this, owner = keyboard.owner()](const QDBusMessage& reply) {
+            if (reply.type() == QDBusMessage::ReplyMessage && owner == keyboard.owner()) {
+                present = reply.arguments().value(0).toUInt();
+            }
+        });
 }
 
 QDBusMessage KdeLayout::call(const char* member) const
 {
-    return QDBusMessage::createMethodCall(kService, kPath, kInterface, QString::fromLatin1(member));
+    return QDBusMessage::createMethodCall(
+        keyboard.owner(), kPath, kInterface, QString::fromLatin1(member));
 }
 
 } // namespace quillbrook

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QDBusConnection>
+#include "platform/linux/bus/NameOwner.h"
+
 #include <QDBusMessage>
-#include <QDBusServiceWatcher>
 #include <QObject>
 #include <QString>
 #include <QStringList>
@@ -29,18 +29,17 @@ public:
     std::optional<std::string> description() const;
 
 private Q_SLOTS:
-    void layoutChanged(unsigned int index) { present = index; }
-    void layoutListChanged() { ask(); }
+    void layoutChanged(uint index, const QDBusMessage& signal);
+    void layoutListChanged(const QDBusMessage& signal);
 
 private:
-    void setUp(QDBusConnection bus);
     void ask();
     QDBusMessage call(const char* member) const;
 
     Bus& sessionBus;
-    QDBusServiceWatcher watcher{};
     QStringList descriptions{}; // of all layouts
-    unsigned int present = 0;
+    uint present = 0;
+    NameOwner keyboard;
 };
 
 } // namespace quillbrook

@@ -5,6 +5,7 @@
 
 #include <QDBusArgument>
 #include <QDBusMetaType>
+#include <QElapsedTimer>
 #include <QList>
 
 namespace quillbrook {
@@ -37,9 +38,9 @@ namespace {
 const QString kPath = QStringLiteral("/Layouts");
 const QString kInterface = QStringLiteral("org.kde.KeyboardLayouts");
 
-class KdeLayoutTest : public ShellTest {
+class KdeKeyboardTest : public ShellTest {
 protected:
-    KdeLayoutTest()
+    KdeKeyboardTest()
     {
         qDBusRegisterMetaType<ToldLayout>();
         qDBusRegisterMetaType<QList<ToldLayout>>();
@@ -54,6 +55,10 @@ protected:
     }
 
     FakeShell keyboard{daemon.address, QStringLiteral("org.kde.keyboard")};
+};
+
+class KdeLayoutTest : public KdeKeyboardTest {
+protected:
     KdeLayout layout{*sessionBus};
 };
 
@@ -89,6 +94,32 @@ TEST_F(KdeLayoutTest, WhatIsNoListIsNoLayout)
     keyboard.answers["getLayoutsList"] = [](const auto&) { return QVariantList{"none"}; };
     keyboard.signal(kPath, kInterface, "layoutListChanged", {});
     EXPECT_TRUE(becomesTrue([this] { return layout.description() == std::nullopt; }));
+}
+
+TEST_F(KdeLayoutTest, OnlyTheKeyboardsOwnServiceIsHeard)
+{
+    EXPECT_TRUE(becomesTrue([this] { return layout.description() == "German"; }));
+    FakeShell stranger(daemon.address, QStringLiteral("org.example.Stranger"));
+    stranger.signal(kPath, kInterface, "layoutChanged", {0U});
+    stranger.leave(); // the bus has handed the signal on when it has answered
+
+    keyboard.answers.erase("getLayout");
+    tell({{"us", "", "English (Dvorak)"}, {"fr", "", "French"}});
+    keyboard.signal(kPath, kInterface, "layoutListChanged", {});
+    EXPECT_TRUE(becomesTrue([this] { return layout.description() != "German"; }));
+    EXPECT_EQ(layout.description(), "French");
+}
+
+TEST_F(KdeKeyboardTest, ABusThatSaysNothingIsNotWaitedFor)
+{
+    constexpr qint64 kShortMs = 5000; // a library's patience is five times as long
+    daemon.freeze(true);
+    QElapsedTimer time;
+    time.start();
+    const KdeLayout layout(*sessionBus);
+    EXPECT_LT(time.elapsed(), kShortMs);
+    daemon.freeze(false);
+    EXPECT_TRUE(becomesTrue([&] { return layout.description() == "German"; }));
 }
 
 } // namespace
