@@ -44,16 +44,18 @@ std::optional<std::string> firstInputSourceIn(QVariant value)
     if (argument.currentSignature() != QLatin1String("a(ss)")) {
         return std::nullopt;
     }
+    std::optional<std::string> identifier;
     argument.beginArray();
-    if (argument.atEnd()) {
-        return std::nullopt;
+    if (!argument.atEnd()) {
+        QString kind;
+        QString name;
+        argument.beginStructure();
+        argument >> kind >> name;
+        argument.endStructure();
+        identifier = identifierOf(kind, name);
     }
-    QString kind;
-    QString name;
-    argument.beginStructure();
-    argument >> kind >> name;
-    argument.endStructure();
-    return identifierOf(kind, name);
+    argument.endArray();
+    return identifier;
 }
 
 GnomeInputSources::GnomeInputSources(Bus& bus)
