@@ -18,6 +18,8 @@ EXTENSION = "quillbrook@tarnlow.cn"
 SHELL = "org.gnome.Shell"
 DISPLAYS = "org.gnome.Mutter.DisplayConfig"
 REMOTE = "org.gnome.Mutter.RemoteDesktop"
+SESSION_MANAGER = "org.gnome.SessionManager"
+KEEPS_FROM_RESTING = 8
 
 SETTINGS = """[org/gnome/shell]
 enabled-extensions=[{enabled}]
@@ -210,6 +212,19 @@ class GnomeDesktop(WaylandDesktop):
         for is_down in (True, False):
             self.remote.NotifyKeyboardKeysym(dbus.UInt32(KEY_A), is_down,
                                              dbus_interface=REMOTE + ".Session")
+
+    def keep_from_resting(self):
+        """What a film wishes for: its session is in use for as long as it goes on."""
+        path = "/org/gnome/SessionManager"
+        self.spawn([sys.executable, "-m", "dbusmock", "--session", SESSION_MANAGER, path,
+                    SESSION_MANAGER])
+        wait_for(lambda: self.session_bus.name_has_owner(SESSION_MANAGER), "the session manager")
+        manager = self.session_bus.get_object(SESSION_MANAGER, path, introspect=False)
+        manager.AddProperty(SESSION_MANAGER, "InhibitedActions", dbus.UInt32(0, variant_level=1),
+                            dbus_interface="org.freedesktop.DBus.Mock")
+        manager.Set(SESSION_MANAGER, "InhibitedActions",
+                    dbus.UInt32(KEEPS_FROM_RESTING, variant_level=1),
+                    dbus_interface=dbus.PROPERTIES_IFACE)
 
     def set_screens(self, are_on):
         displays = self.session_bus.get_object(

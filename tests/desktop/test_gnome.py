@@ -109,6 +109,12 @@ class GnomeTest(WaylandDesktopTest):
         self.assertGreater(time.monotonic() - recorder_began, 5.0)
         desktop.wait_for_session(GTK3[1], 2)
 
+    def test_a_film_does_not_stand_for_a_person(self):
+        desktop = self.open(speed=60)
+        desktop.keep_from_resting()
+        self.work_in_gtk3()
+        wait_for(desktop.idles, "an idle period")
+
     def test_a_person_at_work_is_not_idle(self):
         desktop = self.open(speed=30)
         self.work_in_gtk3()

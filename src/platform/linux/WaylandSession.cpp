@@ -47,7 +47,7 @@ WaylandSession::WaylandSession(DesktopEntries& entries, MainLoop& mainLoop, Scre
     , outputs(screens.teller(ScreenSource::compositorOutputs))
     , kwin(sessionBus, [this] { front.sourceChanged(); })
     , kdeLayout(sessionBus)
-    , mutterIdle(sessionBus, idle)
+    , mutterIdle(sessionBus, mainLoop, idle)
     , gnomeSources(sessionBus)
 {
     front.add(kwin.front());

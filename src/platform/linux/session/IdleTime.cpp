@@ -31,6 +31,16 @@ void IdleTime::idled(Seat seat)
     found->second.activity = Activity::idle;
 }
 
+void IdleTime::rested(Seat seat, double seconds)
+{
+    const auto found = seats.find(seat);
+    if (found == seats.end()) {
+        return;
+    }
+    sawInputAt(now() - seconds);
+    found->second.activity = Activity::idle;
+}
+
 void IdleTime::resumed(Seat seat)
 {
     const auto found = seats.find(seat);

@@ -26,6 +26,9 @@ public:
     /// Nobody has touched the seat for `kIdleNoticeSec`.
     void idled(Seat seat);
 
+    /// Nobody has touched the seat for so many seconds, as the desktop says when it is asked.
+    void rested(Seat seat, double seconds);
+
     /// Somebody touches the seat again.
     void resumed(Seat seat);
 

@@ -4,6 +4,8 @@
 #include "platform/linux/session/IdleTime.h"
 #include "platform/qt/QtMainLoop.h"
 #include "platform/qt/QtWorkQueues.h"
+#include "platform/virtual/VirtualClock.h"
+#include "platform/virtual/VirtualMainLoop.h"
 #include "support/BecomesTrue.h"
 #include "tests/platform/linux/gnome/GnomeFixture.h"
 
@@ -48,7 +50,11 @@ public:
     uint idleWatch = 0;
     uint activeWatch = 0;
     qulonglong idleAfterMs = 0;
+    qulonglong restMs = 0;
     FakeObject object{peer.bus, kMonitorPath, [this](const QDBusMessage& call) {
+                          if (call.member() == QLatin1String("GetIdletime")) {
+                              return call.createReply(restMs);
+                          }
                           ++watches;
                           if (call.member() == QLatin1String("AddIdleWatch")) {
                               idleAfterMs = call.arguments().at(0).toULongLong();
@@ -70,11 +76,15 @@ protected:
     }
 
     double time = 1000;
+    void askNow() { asking.runThrough(askingClock.now() + 30); }
+
     QtMainLoop mainLoop{};
     QtWorkQueues workQueues{};
+    VirtualClock askingClock{0};
+    VirtualMainLoop asking{askingClock};
     Bus bus{Bus::Kind::session, mainLoop, workQueues};
     IdleTime idle{[this] { return time; }};
-    MutterIdle mutterIdle{bus, idle};
+    MutterIdle mutterIdle{bus, asking, idle};
 };
 
 TEST_F(MutterIdleTest, RestsAndUsesAreToldByWatches)
@@ -115,6 +125,35 @@ TEST_F(MutterIdleTest, ARestAfterARestHadInputBetween)
     monitor.fire(monitor.idleWatch);
     ASSERT_TRUE(waitForCalls(monitor, 3));
     EXPECT_LE(idle.secondsSinceLastInput(), 5);
+}
+
+TEST_F(MutterIdleTest, ARestThatIsNotToldIsAskedFor)
+{
+    FakeMonitor monitor(daemon.address, "mutter");
+    monitor.come();
+    ASSERT_TRUE(becomesTrue([this] { return idle.isKnown(); }));
+    time += 1000;
+    monitor.restMs = 4999;
+    askNow();
+    ASSERT_TRUE(waitForCalls(monitor, 2));
+    EXPECT_EQ(idle.secondsSinceLastInput(), 0) << "a person at work";
+    monitor.restMs = 400'000;
+    askNow();
+    ASSERT_TRUE(waitForCalls(monitor, 4));
+    EXPECT_EQ(idle.secondsSinceLastInput(), 400);
+    time += 200;
+    askNow();
+    letPass(50);
+    EXPECT_THAT(monitor.object.calls,
+        ElementsAre("AddIdleWatch", "GetIdletime", "GetIdletime", "AddUserActiveWatch"))
+        << "whoever rests is not asked for";
+    monitor.fire(monitor.idleWatch);
+    letPass(100);
+    EXPECT_EQ(idle.secondsSinceLastInput(), 600) << "the same rest, told late, is no use";
+    monitor.fire(monitor.activeWatch);
+    ASSERT_TRUE(becomesTrue([this] { return idle.secondsSinceLastInput() == 0; }));
+    askNow();
+    EXPECT_TRUE(waitForCalls(monitor, 6));
 }
 
 TEST_F(MutterIdleTest, OthersCannotSpeakForIt)

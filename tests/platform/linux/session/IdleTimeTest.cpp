@@ -104,6 +104,21 @@ TEST_F(IdleTimeTest, ADeadDesktopsRestIsNotForgotten)
     EXPECT_EQ(idle.secondsSinceLastInput(), 105);
 }
 
+TEST_F(IdleTimeTest, ARestThatWasAskedForBeganWhenItBegan)
+{
+    idle.asked(1);
+    time += 1000;
+    ASSERT_EQ(idle.secondsSinceLastInput(), 0);
+    idle.rested(1, 300);
+    EXPECT_EQ(idle.secondsSinceLastInput(), 300);
+    time += 1;
+    EXPECT_EQ(idle.secondsSinceLastInput(), 301);
+    idle.resumed(1);
+    EXPECT_EQ(idle.secondsSinceLastInput(), 0);
+    idle.rested(2, 500);
+    EXPECT_EQ(idle.secondsSinceLastInput(), 0) << "nobody tells of that seat";
+}
+
 TEST_F(IdleTimeTest, StrangersSayNothing)
 {
     idle.resumed(kSeat);
