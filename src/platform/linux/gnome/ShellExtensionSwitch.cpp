@@ -94,6 +94,7 @@ void ShellExtensionSwitch::ask()
 
 void ShellExtensionSwitch::take(const QVariantMap& facts)
 {
+    ++tellings;
     const int number = facts.value(QStringLiteral("state"), int(kUninstalled)).toInt();
     switch (number) {
     case kUninstalled:
@@ -112,11 +113,15 @@ void ShellExtensionSwitch::askWhetherAnyMayRun()
 {
     auto call = shellCall(kProperties, "Get");
     call << QString::fromLatin1(kInterface) << QStringLiteral("UserExtensionsEnabled");
-    callLater(sessionBus.connection(), call, this, [this](const QDBusMessage& reply) {
-        const QVariant value = reply.arguments().value(0).value<QDBusVariant>().variant();
-        const bool areAllOff = reply.type() == QDBusMessage::ReplyMessage && !value.toBool();
-        set(areAllOff ? State::allOff : State::off);
-    });
+    callLater(
+        sessionBus.connection(), call, this, [this, asked = tellings](const QDBusMessage& reply) {
+            if (tellings != asked) {
+                return; // an extension that is starting is off only for a moment
+            }
+            const QVariant value = reply.arguments().value(0).value<QDBusVariant>().variant();
+            const bool areAllOff = reply.type() == QDBusMessage::ReplyMessage && !value.toBool();
+            set(areAllOff ? State::allOff : State::off);
+        });
 }
 
 void ShellExtensionSwitch::set(State next)

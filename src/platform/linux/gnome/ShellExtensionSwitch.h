@@ -52,6 +52,7 @@ private:
     std::vector<std::filesystem::path> folders;
     std::function<void()> changed = [] {};
     State present = State::notNeeded;
+    int tellings = 0; // of the extension's state
     NameOwner shell;
 };
 

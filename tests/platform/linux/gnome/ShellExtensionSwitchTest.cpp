@@ -16,6 +16,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -46,10 +47,12 @@ public:
     Peer peer;
     std::optional<double> state{};
     bool mayAnyRun = true;
+    std::function<void()> beforeAnswer = [] {}; // to whether any extension may run
     bool isOdd = false;
     QString enabled{};
     FakeObject object{peer.bus, kPath, [this](const QDBusMessage& call) {
                           if (call.member() == QLatin1String("Get")) {
+                              beforeAnswer();
                               return call.createReply(QVariant::fromValue(QDBusVariant(mayAnyRun)));
                           }
                           if (call.member() == QLatin1String("EnableExtension")) {
@@ -165,6 +168,20 @@ TEST_F(ShellExtensionSwitchTest, FollowsWhatTheShellTells)
     EXPECT_TRUE(waitForState(State::on));
     shell.announce(shell.peer, kExtension, 4);
     EXPECT_TRUE(waitForState(State::broken));
+}
+
+TEST_F(ShellExtensionSwitchTest, OneThatHasStartedMeanwhileIsOn)
+{
+    shell.state = 1;
+    shell.come();
+    ASSERT_TRUE(waitForState(State::on));
+    shell.announce(shell.peer, kExtension, 2);
+    ASSERT_TRUE(waitForState(State::off));
+    shell.beforeAnswer = [this] { shell.announce(shell.peer, kExtension, 1); };
+    shell.announce(shell.peer, kExtension, 8); // is starting
+    ASSERT_TRUE(waitForState(State::on));
+    letPass(50);
+    EXPECT_EQ(extensionSwitch.state(), State::on);
 }
 
 } // namespace
