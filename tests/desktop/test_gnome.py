@@ -9,6 +9,7 @@ from gnome_desktop import EXTENSION, ITEM, GnomeDesktop
 from waiting import wait_for
 from wayland_desktop import GTK3, GTK4, OURS, QT, XTERM, WaylandDesktopTest
 
+NO_FRONT = "此桌面没有告诉前台应用"
 PANEL = ("/cn/tarnlow/quillbrook/Panel", "cn.tarnlow.quillbrook.Panel")
 
 
@@ -159,6 +160,15 @@ class GnomeTest(WaylandDesktopTest):
         desktop.wait_for_session(GTK4[1], 2)
         wait_for(desktop.has_item, "the label")
 
+    def test_an_extension_that_is_switched_off_is_missed(self):
+        desktop = self.open(speed=1)
+        desktop.start_recorder_and_show()
+        wait_for(desktop.has_item, "the label")
+        time.sleep(11)  # by then the start's own look has been
+        self.assertNotIn(NO_FRONT, desktop.output())
+        desktop.set_extension_enabled(False)
+        wait_for(lambda: NO_FRONT in desktop.output(), "the line")
+
     def test_an_extension_that_is_switched_off_leaves_nothing(self):
         desktop = self.open()
         self.work_in_gtk3()
@@ -205,7 +215,7 @@ class GnomeTest(WaylandDesktopTest):
         desktop.touch()
         desktop.let_minutes_pass(10)
         self.assertEqual(desktop.session_names(), [], "no front is known")
-        self.assertEqual(desktop.output().count("此桌面没有告诉前台应用"), 1)
+        self.assertEqual(desktop.output().count(NO_FRONT), 1)
         desktop.set_extension_enabled(True)
         desktop.touch()
         desktop.wait_for_session(GTK3[1], 1)

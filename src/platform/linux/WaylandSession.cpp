@@ -1,10 +1,8 @@
 #include "platform/linux/WaylandSession.h"
 
-#include "platform/MainLoop.h"
 #include "platform/linux/gnome/ShellExtension.h"
 #include "platform/linux/session/LayoutNames.h"
 #include "platform/linux/sleep/KernelTime.h"
-#include "platform/linux/words/Notice.h"
 
 #include <QByteArray>
 
@@ -14,9 +12,6 @@
 namespace quillbrook {
 
 namespace {
-
-/// By then whoever is there at the start has told so.
-constexpr double kAnswersSec = 10;
 
 double secondsSinceBoot()
 {
@@ -39,13 +34,14 @@ WaylandSession::WaylandSession(DesktopEntries& entries, MainLoop& mainLoop, Scre
     Bus& sessionBus, ShellExtension& extension)
     : idle(secondsSinceBoot)
     , front(entries, secondsSinceBoot)
-    , sway(mainLoop, Sway::socketOfSession(), [this] { front.sourceChanged(); })
+    , untold(mainLoop, front, idle, screens)
+    , sway(mainLoop, Sway::socketOfSession(), [this] { frontChanged(); })
     , compositor(mainLoop, WaylandConnection::socketOfSession())
-    , toplevels([this] { front.sourceChanged(); })
+    , toplevels([this] { frontChanged(); })
     , swayFront(toplevels, sway)
     , compositorIdle(idle)
     , outputs(screens.teller(ScreenSource::compositorOutputs))
-    , kwin(sessionBus, [this] { front.sourceChanged(); })
+    , kwin(sessionBus, [this] { frontChanged(); })
     , kdeLayout(sessionBus)
     , mutterIdle(sessionBus, mainLoop, idle)
     , gnomeSources(sessionBus)
@@ -53,12 +49,11 @@ WaylandSession::WaylandSession(DesktopEntries& entries, MainLoop& mainLoop, Scre
     front.add(kwin.front());
     front.add(swayFront);
     front.add(extension);
-    extension.whenFrontChanges([this] { front.sourceChanged(); });
+    extension.whenFrontChanges([this] { frontChanged(); });
     compositor.add(toplevels);
     compositor.add(compositorIdle);
     compositor.add(outputs);
     compositor.connect();
-    mainLoop.runAfter(kAnswersSec, lifetime.whileAlive([this] { tellWhatIsMissing(); }));
 }
 
 std::optional<std::string> WaylandSession::layoutIdentifier() const
@@ -77,14 +72,10 @@ bool WaylandSession::bring(std::uint64_t, std::string_view startupId)
     return sway.focusOwnWindow() || kwin.focusOwnWindow();
 }
 
-void WaylandSession::tellWhatIsMissing() const
+void WaylandSession::frontChanged()
 {
-    if (!front.isKnown()) {
-        notice("此桌面没有告诉前台应用，暂不记录应用的使用时间");
-    }
-    if (!idle.isKnown()) {
-        notice("此桌面没有告诉闲置时间，无法判断人是否在场，一小时后不再记录");
-    }
+    front.sourceChanged();
+    untold.frontSourceChanged();
 }
 
 } // namespace quillbrook

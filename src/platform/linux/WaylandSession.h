@@ -1,11 +1,11 @@
 #pragma once
 
-#include "base/Lifetime.h"
 #include "platform/linux/gnome/GnomeInputSources.h"
 #include "platform/linux/gnome/MutterIdle.h"
 #include "platform/linux/session/DisplaySession.h"
 #include "platform/linux/session/IdleTime.h"
 #include "platform/linux/session/SessionFront.h"
+#include "platform/linux/session/UntoldFacts.h"
 #include "platform/linux/shells/KWinScript.h"
 #include "platform/linux/shells/KdeLayout.h"
 #include "platform/linux/shells/Sway.h"
@@ -45,10 +45,11 @@ public:
     bool bring(std::uint64_t window, std::string_view startupId) override;
 
 private:
-    void tellWhatIsMissing() const;
+    void frontChanged();
 
     IdleTime idle;
     SessionFront front;
+    UntoldFacts untold;
     Sway sway;
     WaylandConnection compositor;
     WlrToplevels toplevels;
@@ -59,8 +60,6 @@ private:
     KdeLayout kdeLayout;
     MutterIdle mutterIdle;
     GnomeInputSources gnomeSources;
-
-    Lifetime lifetime{};
 };
 
 } // namespace quillbrook

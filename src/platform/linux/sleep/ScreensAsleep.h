@@ -27,16 +27,18 @@ public:
 
     void set(ScreenSource source, bool isAsleep)
     {
-        const bool wasAsleep = !sources.empty();
+        const bool wasAsleep = areAsleep();
         if (isAsleep) {
             sources.insert(source);
         } else {
             sources.erase(source);
         }
-        if (wasAsleep == sources.empty()) {
-            changed(!sources.empty());
+        if (wasAsleep != areAsleep()) {
+            changed(areAsleep());
         }
     }
+
+    bool areAsleep() const { return !sources.empty(); }
 
     /// What `source` calls with what it says, while this lives.
     std::function<void(bool)> teller(ScreenSource source)
