@@ -293,7 +293,9 @@ void MonitorStore::addAlert(std::string_view alertType, std::string_view severit
 void MonitorStore::addKeystrokes(
     double timestamp, const std::string& appName, std::string_view inputMethod, std::int32_t count)
 {
-    writer.writeNow([&] { return insertKeystrokes(timestamp, appName, inputMethod, count); });
+    writer.writeNow([this, timestamp, appName, method = std::string(inputMethod), count] {
+        return insertKeystrokes(timestamp, appName, method, count);
+    });
 }
 
 int MonitorStore::insertKeystrokes(

@@ -2,7 +2,10 @@
 
 #include "base/Text.h"
 #include "engine/MonitorLog.h"
+#include "engine/StoreCheck.h"
 #include "platform/Clock.h"
+#include "platform/MainLoop.h"
+#include "platform/WorkQueues.h"
 
 #include <iterator>
 #include <limits>
@@ -80,6 +83,9 @@ std::optional<std::string> StoreWriter::open(const fs::path& dbPath)
 
 void StoreWriter::close()
 {
+    if (isChecking()) {
+        checkEnded(isStoreSound(path));
+    }
     if (!due.empty()) {
         // What has just waited for another program does not wait again.
         waitForOthers(platform.clock.now() - refusedAt >= kBusyTimeoutSec);
@@ -133,6 +139,10 @@ void StoreWriter::logFailure(const std::string& message, const std::string& sql)
 void StoreWriter::write(Whole whole)
 {
     lookAfterFiles();
+    if (isChecking()) {
+        hold(std::move(whole));
+        return;
+    }
     tryDue();
     if (due.empty() && isConnected()) {
         if (attempt(whole)) {
@@ -152,6 +162,10 @@ void StoreWriter::write(Whole whole)
 void StoreWriter::writeNow(const std::function<int()>& insert)
 {
     lookAfterFiles();
+    if (isChecking()) {
+        hold({.writes = {[insert] { insert(); }}});
+        return;
+    }
     tryDue();
     if (due.empty()) {
         isConnected();
@@ -212,15 +226,24 @@ void StoreWriter::endTransaction()
 
 void StoreWriter::keepForLater(Whole whole)
 {
+    if (due.empty()) {
+        waitForOthers(false);
+    }
+    if (hold(std::move(whole))) {
+        ++refusedCount;
+    }
+}
+
+bool StoreWriter::hold(Whole whole)
+{
     if (due.size() >= kMostDue) {
-        return;
+        return false;
     }
     if (due.empty()) {
         refusedAt = platform.clock.now();
-        waitForOthers(false);
     }
     due.push_back(std::move(whole));
-    ++refusedCount;
+    return true;
 }
 
 void StoreWriter::waitForOthers(bool shallWait)
@@ -232,7 +255,7 @@ void StoreWriter::waitForOthers(bool shallWait)
 
 void StoreWriter::tryDue()
 {
-    if (due.empty()) {
+    if (due.empty() || isChecking()) {
         return;
     }
     isSecondTry = true;
@@ -298,11 +321,14 @@ void StoreWriter::tell(const std::string& what)
 
 void StoreWriter::lookAfterFiles()
 {
+    if (isChecking()) {
+        return;
+    }
     switch (files.look()) {
     case StoreFilesState::untouched:
         return;
     case StoreFilesState::touched:
-        lookAfterTouchedStore();
+        checkTouchedStore();
         return;
     case StoreFilesState::logLost:
         reopenWithLog();
@@ -316,37 +342,35 @@ void StoreWriter::lookAfterFiles()
     }
 }
 
-void StoreWriter::lookAfterTouchedStore()
+void StoreWriter::checkTouchedStore()
 {
-    if (!isSound()) {
-        leaveForDamage();
-        return;
-    }
-    // What the connection remembers of the file may be no longer so.
-    closeAsItIs();
-    isConnected();
+    // Ten years are read in a moment that the windows would stand still for.
+    checkUnderWay = ++lastCheck;
+    platform.workQueues.runDefault([this, watch = lifetime.watch(), check = lastCheck, store = path,
+                                       &mainLoop = platform.mainLoop] {
+        const bool isSound = isStoreSound(store);
+        mainLoop.post([this, watch, check, isSound] {
+            if (!watch.isOver() && check == checkUnderWay) {
+                checkEnded(isSound);
+            }
+        });
+    });
 }
 
-bool StoreWriter::isSound() const
+void StoreWriter::checkEnded(bool isSound)
 {
-    // An empty file would be a sound store without tables; SQLite removes its log at a look.
-    std::error_code ignored;
-    if (fs::file_size(path, ignored) == 0) {
-        return false;
+    checkUnderWay = 0;
+    const StoreFilesState state = files.look();
+    if (state != StoreFilesState::touched && state != StoreFilesState::untouched) {
+        lookAfterFiles(); // worse came meanwhile
+    } else if (isSound) {
+        // What the connection remembers of the file may be no longer so.
+        closeAsItIs();
+        isConnected();
+    } else {
+        leaveForDamage();
     }
-    const OpenedConnection opened = openConnection(path.string(), SQLITE_OPEN_READONLY);
-    sqlite3* reader = opened.connection.get();
-    if (!prepare(reader, "SELECT 1 FROM app_sessions") && sqlite3_errcode(reader) == SQLITE_ERROR) {
-        return false;
-    }
-    const Statement check = prepare(reader, "PRAGMA quick_check(1)");
-    if (check && sqlite3_step(check.get()) == SQLITE_ROW) {
-        return columnText(check, 0) == "ok";
-    }
-    // What else keeps a reader out, as a full disk does, says nothing about the file.
-    const int result = sqlite3_extended_errcode(reader);
-    return (result & 0xFF) != SQLITE_CORRUPT && (result & 0xFF) != SQLITE_NOTADB
-        && result != SQLITE_IOERR_SHORT_READ;
+    tryDue();
 }
 
 void StoreWriter::reopenWithLog()

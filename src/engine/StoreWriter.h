@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Lifetime.h"
 #include "base/Sqlite.h"
 #include "engine/Notifier.h"
 #include "engine/StoreFiles.h"
@@ -47,7 +48,8 @@ struct RowsUnderWay {
 ///
 /// A store that somebody removed, replaced or damaged while it was open is left behind: a damaged
 /// one is kept beside under a dated name, the person is told, and recording goes on in the file
-/// that takes its place. Main thread only.
+/// that takes its place. What somebody else wrote to is looked through beside the main thread
+/// first; what is to be written waits for that. Main thread only.
 class StoreWriter {
 public:
     /// Runs its statements by `exec`, again when the store took nothing. Composed from what it has
@@ -83,7 +85,8 @@ public:
         }
     }
 
-    /// Writes by `insert` what is not worth keeping for later. Its result is SQLite's.
+    /// Writes by `insert`, which owns what it has captured, what is not worth keeping for later.
+    /// Its result is SQLite's.
     void writeNow(const std::function<int()>& insert);
 
     bool isAnythingDue() const { return !due.empty(); }
@@ -107,6 +110,7 @@ private:
     void beginTransaction();
     void endTransaction();
     void keepForLater(Whole whole);
+    bool hold(Whole whole);
     void tryDue();
     bool isConnected();
     void endOfRefusal();
@@ -114,14 +118,15 @@ private:
     void waitForOthers(bool shallWait);
 
     void lookAfterFiles();
-    void lookAfterTouchedStore();
+    void checkTouchedStore();
+    void checkEnded(bool isSound);
+    bool isChecking() const { return checkUnderWay != 0; }
     void reopenWithLog();
     void leaveMissingStore(const std::string& what);
     bool leaveDamagedStore();
     bool leaveForDamage();
     void goOnAfresh(const std::string& what);
     bool isDamaged() const;
-    bool isSound() const;
     void closeAsItIs();
     void tell(const std::string& what);
 
@@ -143,6 +148,10 @@ private:
     std::size_t refusedCount = 0;
     bool isRefusalTold = false;
     double lastDamageAt; // when a damaged store was left last
+    int lastCheck = 0;
+    int checkUnderWay = 0; // of the whole store, during which nothing is written; 0: none
+
+    Lifetime lifetime{};
 };
 
 } // namespace quillbrook

@@ -296,6 +296,69 @@ TEST_F(LostStoreTest, AStoreThatAnotherProgramWroteToIsKeptOn)
     expectSound();
 }
 
+TEST_F(LostStoreTest, NothingIsWrittenToAStoreThatIsLookedThrough)
+{
+    workInTwo();
+    fillStore();
+    bringToFront("Music");
+    machine.runFor(2);
+    machine.keyCounting.press(5);
+    std::vector<std::string> meanwhile;
+    machine.mainLoop.runAfter(1, [&] { meanwhile = sessions(); });
+    machine.runFor(1);
+    EXPECT_THAT(meanwhile, ElementsAre("Editor|60|63|1", "Mail|63|NULL|0"));
+    EXPECT_THAT(sessions(), ElementsAre("Editor|60|63|1", "Mail|63|66|0", "Music|66|NULL|0"));
+    EXPECT_THAT(logText(), Not(HasSubstr("数据库")));
+    EXPECT_THAT(logText(), Not(HasSubstr("SQL")));
+}
+
+TEST_F(LostStoreTest, KeysOfAMinuteOutliveTheLookThroughAStore)
+{
+    workInTwo();
+    machine.runFor(56);
+    fillStore();
+    machine.keyCounting.press(5);
+    machine.runFor(1);
+    EXPECT_THAT(store().rows("SELECT keystroke_count FROM keystrokes"), ElementsAre("5"));
+}
+
+TEST_F(LostStoreTest, TheEndWaitsForTheLookThroughAStore)
+{
+    for (const bool isDamaged : {false, true}) {
+        SCOPED_TRACE(isDamaged);
+        workInTwo();
+        fillStore();
+        if (isDamaged) {
+            overwrite(40 * kPage, 3 * kPage);
+        }
+        bringToFront("Music");
+        machine.runFor(2);
+        machine.mainLoop.runAfter(1, [this] { engine->stop(); });
+        machine.runFor(1);
+        crash();
+        EXPECT_THAT(keptStores(), SizeIs(isDamaged ? 1 : 0));
+        std::vector<std::string> expected{"Editor|60|63|1", "Mail|63|66|0", "Music|66|66|0"};
+        if (isDamaged) {
+            expected.erase(expected.begin());
+        }
+        EXPECT_EQ(sessions(), expected);
+        fs::remove(file("monitor.db"));
+        machine.clock.set(kStart);
+    }
+}
+
+TEST_F(LostStoreTest, AStoreThatGoesWhileItIsLookedThroughIsMadeAnew)
+{
+    workInTwo();
+    fillStore();
+    bringToFront("Music");
+    machine.runFor(2);
+    machine.mainLoop.runAfter(1, [this] { fs::remove(file("monitor.db")); });
+    machine.runFor(1);
+    EXPECT_THAT(sessions(), ElementsAre("Mail|63|66|0", "Music|66|NULL|0"));
+    expectSound();
+}
+
 TEST_F(LostStoreTest, AReadOnlyStoreIsWrittenOnceItCanBe)
 {
     start();
