@@ -1,6 +1,7 @@
 #include "platform/linux/LinuxPlatform.h"
 
 #include "base/PrivateFiles.h"
+#include "keycounter/keyboards/KeyCounterNames.h"
 #include "platform/linux/LinuxAppearance.h"
 #include "platform/linux/LinuxBundleValues.h"
 #include "platform/linux/LinuxChildProcess.h"
@@ -166,7 +167,8 @@ struct LinuxPlatform::Parts {
     Notifications notifications{sessionBus};
     PortalLinks links{sessionBus};
     LinuxChildProcess childProcess{notifications};
-    BusPermissionGuide permissionGuide{sessionBus, systemBus, bundleValues.bundlePath()};
+    BusPermissionGuide permissionGuide{
+        sessionBus, systemBus, KeyCounterNames::kService, bundleValues.bundlePath()};
 };
 
 LinuxPlatform::LinuxPlatform(std::function<void()> willShutDown)

@@ -12,16 +12,11 @@
 
 namespace quillbrook {
 
-namespace {
-
-const auto kCounterService = QStringLiteral("cn.tarnlow.quillbrook.KeyCounter");
-
-} // namespace
-
 BusPermissionGuide::BusPermissionGuide(
-    const Bus& sessionBus, const Bus& systemBus, std::string program)
+    const Bus& sessionBus, const Bus& systemBus, std::string counterService, std::string program)
     : sessionBus(sessionBus)
     , systemBus(systemBus)
+    , counterService(std::move(counterService))
     , program(std::move(program))
 {
 }
@@ -32,7 +27,7 @@ void BusPermissionGuide::openSettings()
     auto call = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"),
         QStringLiteral("/org/freedesktop/DBus"), QStringLiteral("org.freedesktop.DBus"),
         QStringLiteral("StartServiceByName"));
-    call.setArguments({kCounterService, kNoFlags});
+    call.setArguments({toQString(counterService), kNoFlags});
     send(systemBus, call);
 }
 

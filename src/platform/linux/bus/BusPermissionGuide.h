@@ -16,8 +16,10 @@ class Bus;
 /// and the desktop's file manager show the program. Main thread only.
 class BusPermissionGuide final : public QObject, public PermissionGuide {
 public:
-    /// `program` is the absolute path of the program's file.
-    BusPermissionGuide(const Bus& sessionBus, const Bus& systemBus, std::string program);
+    /// `counterService` is the service's name on the system bus, `program` the absolute path of the
+    /// program's file.
+    BusPermissionGuide(const Bus& sessionBus, const Bus& systemBus, std::string counterService,
+        std::string program);
 
     PermissionGiver giver() const override { return PermissionGiver::counterService; }
     void openSettings() override;
@@ -28,6 +30,7 @@ private:
 
     const Bus& sessionBus;
     const Bus& systemBus;
+    std::string counterService;
     std::string program;
 };
 

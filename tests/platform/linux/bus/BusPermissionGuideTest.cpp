@@ -26,6 +26,8 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
+constexpr const char* kCounter = "org.example.Counter"; // as whoever makes the guide says
+
 class BusPermissionGuideTest : public testing::Test {
 protected:
     BusPermissionGuideTest()
@@ -34,7 +36,7 @@ protected:
         setenv("XDG_DATA_HOME", directory.path().c_str(), 1);
         std::filesystem::create_directories(directory.path() / "dbus-1/services");
         std::ofstream(directory.path() / "dbus-1/services/counter.service")
-            << "[D-BUS Service]\nName=cn.tarnlow.quillbrook.KeyCounter\nExec=/usr/bin/touch "
+            << "[D-BUS Service]\nName=" << kCounter << "\nExec=/usr/bin/touch "
             << started().native() << "\n";
         sessionDaemon = std::make_unique<PrivateBus>();
         systemDaemon = std::make_unique<PrivateBus>();
@@ -66,7 +68,7 @@ protected:
         QtWorkQueues workQueues{};
         Bus sessionBus{Bus::Kind::session, mainLoop, workQueues};
         Bus systemBus{Bus::Kind::system, mainLoop, workQueues};
-        BusPermissionGuide guide{sessionBus, systemBus, "/opt/a b/墨%20川/quillbrook"};
+        BusPermissionGuide guide{sessionBus, systemBus, kCounter, "/opt/a b/墨%20川/quillbrook"};
     };
 
     int count = 1;
@@ -126,7 +128,7 @@ TEST_F(BusPermissionGuideTest, WithoutABusNothingHappensButANotice)
     setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent", 1);
     testing::internal::CaptureStderr();
     const Bus missing(Bus::Kind::session, mainLoop, workQueues);
-    BusPermissionGuide guide(missing, missing, "/opt/quillbrook");
+    BusPermissionGuide guide(missing, missing, kCounter, "/opt/quillbrook");
     guide.revealProgram();
     EXPECT_THAT(testing::internal::GetCapturedStderr(),
         testing::HasSubstr("没有总线，无法调用 org.freedesktop.FileManager1"));
