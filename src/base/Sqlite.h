@@ -2,11 +2,9 @@
 
 #include <sqlite3.h>
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <utility>
 
 namespace quillbrook {
 
@@ -47,22 +45,5 @@ std::string_view storedText(sqlite3_value* value);
 
 /// The text of a column of the present row, empty for NULL. Valid until the next step.
 std::string_view columnText(const Statement& statement, int column);
-
-/// A transaction from here to the end of the scope: what is written in it is there whole, or, when
-/// the process dies meanwhile, not at all.
-class Transaction {
-public:
-    /// Runs one statement on a writing connection, and sees to its failure.
-    using Exec = std::function<void(const std::string& sql)>;
-
-    explicit Transaction(Exec exec) : exec(std::move(exec)) { this->exec("BEGIN"); }
-    ~Transaction() { exec("COMMIT"); }
-
-    Transaction(const Transaction&) = delete;
-    Transaction& operator=(const Transaction&) = delete;
-
-private:
-    Exec exec;
-};
 
 } // namespace quillbrook

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
 
 namespace quillbrook {
 namespace {
@@ -33,18 +32,6 @@ TEST(ColumnNumber, IsThatOfTheLastColumnOfTheName)
     EXPECT_EQ(columnNumber(statement, "b"), 1);
     EXPECT_EQ(columnNumber(statement, "c"), -1);
     EXPECT_EQ(columnNumber(Statement(), "a"), -1);
-}
-
-TEST(Transaction, HoldsTheStatementsOfItsScope)
-{
-    std::vector<std::string> run;
-    const auto exec = [&run](const std::string& sql) { run.push_back(sql); };
-    {
-        const Transaction transaction(exec);
-        exec("INSERT");
-    }
-    exec("SELECT");
-    EXPECT_EQ(run, (std::vector<std::string>{"BEGIN", "INSERT", "COMMIT", "SELECT"}));
 }
 
 TEST(ColumnText, HoldsAllBytesAndIsEmptyForNull)

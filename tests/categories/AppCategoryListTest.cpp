@@ -51,10 +51,11 @@ protected:
     AppCategoryListTest()
     {
         store->exec(kTables);
-        const Transaction seeding([this](const std::string& sql) { store->exec(sql); });
         const auto exec = [this](const std::string& sql) { store->exec(sql); };
+        exec("BEGIN");
         CategoryStore::seedCategories(exec);
         CategoryStore::seedAppPrefixes(exec);
+        exec("COMMIT");
     }
 
     void choose(const std::string& appName, std::optional<std::int64_t> categoryId)

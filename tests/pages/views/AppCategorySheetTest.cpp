@@ -30,8 +30,8 @@ class AppCategorySheetTest : public PagesFixture {
 protected:
     AppCategorySheetTest()
     {
-        const Transaction making([this](const std::string& sql) { store.exec(sql); });
         store.exec(R"(
+            BEGIN;
             CREATE TABLE categories (id INTEGER PRIMARY KEY, key TEXT, label TEXT, color TEXT);
             CREATE TABLE app_categories (match_key TEXT, match_type TEXT, category_id INTEGER,
                 source TEXT, updated_at REAL, UNIQUE(match_key, match_type));
@@ -41,6 +41,7 @@ protected:
         const auto exec = [this](const std::string& sql) { store.exec(sql); };
         CategoryStore::seedCategories(exec);
         CategoryStore::seedAppPrefixes(exec);
+        exec("COMMIT");
     }
 
     void open()
