@@ -9,9 +9,9 @@
 #include "platform/linux/shells/KdeLayout.h"
 #include "platform/linux/shells/ReportedFront.h"
 #include "tests/fuzz/BusPeer.h"
+#include "tests/fuzz/FuzzApplication.h"
 #include "tests/fuzz/FuzzInput.h"
 
-#include <QCoreApplication>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
@@ -176,10 +176,7 @@ void check(const QDBusMessage& message)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     using namespace quillbrook;
-    static int argumentCount = 1;
-    static std::array<char, 5> name{"fuzz"};
-    static std::array<char*, 2> names{name.data(), nullptr};
-    static const QCoreApplication application(argumentCount, names.data());
+    static const FuzzApplication application;
     static BusPeer peer;
 
     FuzzInput input(data, size);

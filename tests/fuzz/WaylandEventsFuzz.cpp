@@ -4,6 +4,7 @@
 #include "platform/linux/wayland/CompositorOutputs.h"
 #include "platform/linux/wayland/WaylandConnection.h"
 #include "platform/linux/wayland/WlrToplevels.h"
+#include "tests/fuzz/FuzzApplication.h"
 #include "tests/fuzz/FuzzInput.h"
 #include "tests/fuzz/FuzzSocket.h"
 
@@ -135,10 +136,7 @@ std::string anyEvent(FuzzInput& input)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     using namespace quillbrook;
-    static int argumentCount = 1;
-    static std::array<char, 5> name{"fuzz"};
-    static std::array<char*, 2> arguments{name.data(), nullptr};
-    static const QCoreApplication application(argumentCount, arguments.data());
+    static const FuzzApplication application;
     static const FuzzSocket socket;
 
     NoLater mainLoop;
