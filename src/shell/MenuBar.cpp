@@ -62,7 +62,7 @@ void MenuBar::show()
 
 void MenuBar::tellNoTray()
 {
-    platform.notices.tell("no tray for the menu; starting the program again opens its window");
+    platform.notices.tell("没有托盘，不显示图标；再次启动程序就会打开窗口");
 }
 
 void MenuBar::showIcon()

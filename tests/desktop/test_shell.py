@@ -149,8 +149,8 @@ class ShellTest(DesktopTest):
 
     def test_without_a_tray_one_line_tells_the_way_in(self):
         self.desktop.start_recorder_and_wait()
-        wait_for(lambda: "no tray for the menu" in self.desktop.output(), "the line")
-        self.assertEqual(self.desktop.output().count("no tray for the menu"), 1)
+        wait_for(lambda: "没有托盘，不显示图标" in self.desktop.output(), "the line")
+        self.assertEqual(self.desktop.output().count("没有托盘，不显示图标"), 1)
 
     def test_the_first_launch_records_only_once_the_user_went_on(self):
         os.remove(self.desktop.home + "/config/tarnlow.cn/quillbrook.conf")

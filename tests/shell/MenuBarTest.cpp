@@ -96,7 +96,7 @@ TEST_F(MenuBarTest, SaysTheWayInWhenThereIsNoTray)
     MenuBarVM model(machine.platform());
     MenuBar menuBar(model, machine.platform(), {});
     menuBar.show();
-    EXPECT_THAT(machine.notices.told(), ElementsAre(testing::HasSubstr("no tray for the menu")));
+    EXPECT_THAT(machine.notices.told(), ElementsAre(testing::HasSubstr("没有托盘，不显示图标")));
 }
 
 TEST_F(MenuBarTest, TheIconHasAllSizesAndAPlateOfItsOwn)
