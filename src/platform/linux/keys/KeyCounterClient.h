@@ -63,7 +63,7 @@ private:
     void failed(const std::string& reason);
     void forget(State next);
     bool isInstalled() const;
-    void tellOnce(bool& isTold, const std::string& text);
+    static void tellOnce(bool& isTold, const std::string& text);
 
     Surroundings surroundings;
     std::function<void(std::uint32_t)> counted;

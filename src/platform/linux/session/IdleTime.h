@@ -17,8 +17,8 @@ class IdleTime {
 public:
     using Seat = std::uint32_t;
 
-    /// `now` is a clock in seconds that never goes back.
-    explicit IdleTime(std::function<double()> now);
+    /// `clock` tells seconds, and never goes back.
+    explicit IdleTime(std::function<double()> clock);
 
     /// The desktop was asked to tell of a seat from now on.
     void asked(Seat seat);
