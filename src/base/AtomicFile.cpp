@@ -1,5 +1,7 @@
 #include "base/AtomicFile.h"
 
+#include "base/OlderThread.h"
+
 #include <fstream>
 #include <system_error>
 
@@ -7,7 +9,9 @@ namespace quillbrook {
 
 namespace fs = std::filesystem;
 
-bool writeAtomically(const fs::path& path, std::string_view text)
+namespace {
+
+bool replaceFile(const fs::path& path, std::string_view text)
 {
     fs::path draft = path;
     draft += ".new";
@@ -27,6 +31,15 @@ bool writeAtomically(const fs::path& path, std::string_view text)
     }
     fs::remove(draft, failure);
     return false;
+}
+
+} // namespace
+
+bool writeAtomically(const fs::path& path, std::string_view text)
+{
+    bool isWritten = false;
+    onOlderThread([&] { isWritten = replaceFile(path, text); });
+    return isWritten;
 }
 
 } // namespace quillbrook

@@ -1,5 +1,7 @@
 #include "engine/LogFile.h"
 
+#include "base/OlderThread.h"
+
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -85,7 +87,7 @@ void LogFile::turnOver()
     if (isInPlace()) {
         fs::path older = path;
         older += ".1";
-        fs::rename(path, older, failure);
+        onOlderThread([&] { fs::rename(path, older, failure); });
     }
     if (!failure) {
         openAnew();
@@ -93,10 +95,13 @@ void LogFile::turnOver()
     flock(file, LOCK_UN);
 }
 
-/// Takes the file at the path in the place of the present one, which stays when that fails.
+/// Takes the file at the path in the place of the present one, which stays when that fails. The
+/// folder may be another than the one in which the process may write, as somebody has replaced it.
 void LogFile::openAnew()
 {
-    const int next = ::open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0644);
+    int next = -1;
+    onOlderThread(
+        [&] { next = ::open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0644); });
     if (next >= 0) {
         close();
         file = next;

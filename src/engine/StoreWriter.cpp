@@ -1,5 +1,6 @@
 #include "engine/StoreWriter.h"
 
+#include "base/OlderThread.h"
 #include "base/Text.h"
 #include "engine/MonitorLog.h"
 #include "engine/StoreCheck.h"
@@ -62,10 +63,12 @@ StoreWriter::StoreWriter(const Platform& platform, MonitorLog& log, SetUp setUp)
 std::optional<std::string> StoreWriter::open(const fs::path& dbPath)
 {
     path = dbPath;
-    std::error_code ignored;
-    if (fs::create_directories(path.parent_path(), ignored)) {
-        fs::permissions(path.parent_path(), fs::perms::owner_all, ignored);
-    }
+    onOlderThread([this] {
+        std::error_code ignored;
+        if (fs::create_directories(path.parent_path(), ignored)) {
+            fs::permissions(path.parent_path(), fs::perms::owner_all, ignored);
+        }
+    });
     OpenedConnection opened
         = openConnection(path.string(), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
     connection = std::move(opened.connection);

@@ -43,7 +43,7 @@ ContentView::ContentView(
     toolbar->setContentsMargins(kToolbarIndent, kToolbarPadding, kToolbarIndent, kToolbarPadding);
     toolbar->addWidget(new TitleBlock);
     toolbar->addStretch();
-    toolbar->addWidget(new ShareScreenshotButton);
+    toolbar->addWidget(new ShareScreenshotButton(platform.userDefaults));
     auto* main = new QWidget;
     auto* column = new QVBoxLayout(main);
     column->setContentsMargins(0, 0, 0, 0);

@@ -1,15 +1,14 @@
 #include "shell/ShareScreenshotButton.h"
 
-#include "base/PrivateFiles.h"
 #include "pages/figures/ScreenshotCrop.h"
+#include "pages/kit/SaveDialogue.h"
 
 #include <QApplication>
+#include <QBuffer>
 #include <QClipboard>
-#include <QFileDialog>
 #include <QImage>
 #include <QMenu>
 #include <QPixmap>
-#include <QSaveFile>
 
 #include <cmath>
 
@@ -21,32 +20,20 @@ constexpr int kSymbolPixels = 16;
 // Under a fixed point of the window's frame, wherever the button stands.
 constexpr QPoint kMenuPlace(36, 22 + 1);
 
-void writePng(const QString& path, const QImage& picture)
+QByteArray pngOf(const QImage& picture)
 {
-    const UsualFileModes usual;
-    QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && picture.save(&file, "PNG")) {
-        file.commit();
-    }
-}
-
-void saveAsPng(QWidget* window, const QImage& picture)
-{
-    auto* dialog = new QFileDialog(window, "存储图片");
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setAcceptMode(QFileDialog::AcceptSave);
-    dialog->setMimeTypeFilters({"image/png"});
-    dialog->setDefaultSuffix("png");
-    dialog->selectFile("Quillbrook.png");
-    QObject::connect(dialog, &QFileDialog::fileSelected, dialog,
-        [picture](const QString& path) { writePng(path, picture); });
-    dialog->open();
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    picture.save(&buffer, "PNG");
+    return bytes;
 }
 
 } // namespace
 
-ShareScreenshotButton::ShareScreenshotButton(QWidget* parent)
+ShareScreenshotButton::ShareScreenshotButton(UserDefaults& defaults, QWidget* parent)
     : IconButton("square.and.arrow.up", kSymbolPixels, "分享", parent)
+    , defaults(defaults)
 {
     setToolTip({});
     connect(this, &QAbstractButton::clicked, this, &ShareScreenshotButton::share);
@@ -68,7 +55,15 @@ void ShareScreenshotButton::share()
     // The clipboard hands the picture to other programs for as long as this one runs.
     menu->addAction(
         "拷贝图片", menu, [picture] { QGuiApplication::clipboard()->setImage(picture); });
-    menu->addAction("存储为 PNG…", menu, [window, picture] { saveAsPng(window, picture); });
+    menu->addAction("存储为 PNG…", menu, [this, window, picture] {
+        offerToSave(window,
+            {.title = "存储图片",
+                .mimeType = "image/png",
+                .suffix = "png",
+                .name = "Quillbrook.png",
+                .bytes = pngOf(picture)},
+            defaults);
+    });
     menu->popup(window->frameGeometry().topLeft() + kMenuPlace);
 }
 

@@ -50,6 +50,7 @@ int main(int argc, char** argv)
     if (!quillbrook::mayOpenEnoughFiles()) {
         return EXIT_FAILURE;
     }
+    quillbrook::confineWriting();
     quillbrook::hideSilentServices();
     quillbrook::BusInstance instance;
     if (instance.handOver()) {

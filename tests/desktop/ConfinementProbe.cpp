@@ -1,7 +1,8 @@
 // Loaded before a program: at SIGUSR1 the program itself tries what it must not be able to do, on
 // the thread that gets the signal, on one that is older than `main`, on a new one, in a child, and
 // in another program that it starts. Each outcome is one line in the file of the environment's
-// CONFINEMENT_REPORT: who, what, and the name of the failure or "done".
+// CONFINEMENT_REPORT: who, what, and the name of the failure or "done". The file that each tries to
+// make is that of CONFINEMENT_FILE.
 
 #include <fcntl.h>
 #include <pthread.h>
@@ -20,6 +21,7 @@ namespace {
 
 int report = -1;
 int wakeOld = -1;
+const char* foreignFile = nullptr;
 
 void tell(const char* who, const char* what, bool isDone)
 {
@@ -40,6 +42,9 @@ void tryAll(const char* who)
     trySocket(who, "inet6", AF_INET6);
     trySocket(who, "netlink", AF_NETLINK);
     trySocket(who, "local", AF_UNIX);
+    const int file = open(foreignFile, O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+    tell(who, "file", file >= 0);
+    close(file);
 }
 
 void* tryWhenWoken(void* end)
@@ -81,13 +86,18 @@ void probe(int)
         dup2(report, STDOUT_FILENO);
         unsetenv("LD_PRELOAD");
         execlp("python3", "python3", "-c", R"(
-import errno, socket
+import errno, os, socket
 for what, family in ("inet", socket.AF_INET), ("inet6", socket.AF_INET6), ("netlink", socket.AF_NETLINK):
     try:
         socket.socket(family, socket.SOCK_RAW if family == socket.AF_NETLINK else socket.SOCK_DGRAM)
         print("program", what, "done")
     except OSError as refusal:
         print("program", what, errno.errorcode[refusal.errno])
+try:
+    open(os.environ["CONFINEMENT_FILE"], "w")
+    print("program file done")
+except OSError as refusal:
+    print("program file", errno.errorcode[refusal.errno])
 )",
             nullptr);
     });
@@ -97,7 +107,8 @@ for what, family in ("inet", socket.AF_INET), ("inet6", socket.AF_INET6), ("netl
 __attribute__((constructor)) void getReady()
 {
     const char* const path = std::getenv("CONFINEMENT_REPORT");
-    if (path == nullptr) {
+    foreignFile = std::getenv("CONFINEMENT_FILE");
+    if (path == nullptr || foreignFile == nullptr) {
         return;
     }
     report = open(path, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);

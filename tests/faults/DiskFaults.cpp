@@ -139,6 +139,12 @@ DiskFaults& diskFaults()
     return *faults;
 }
 
+/// Before the program gives up writing anywhere but in its data directory, the switch included.
+__attribute__((constructor)) static void openSwitch()
+{
+    diskFaults();
+}
+
 void setDiskFaultsFolder(const char* name)
 {
     if (realpath(name, folder.data()) == nullptr) {

@@ -1,15 +1,13 @@
 #include "pages/views/TimelineView.h"
 
-#include "base/PrivateFiles.h"
 #include "pages/kit/IconButton.h"
 #include "pages/kit/Legend.h"
 #include "pages/kit/Line.h"
 #include "pages/kit/MarkView.h"
+#include "pages/kit/SaveDialogue.h"
 #include "pages/kit/Section.h"
 #include "platform/qt/QtText.h"
 
-#include <QFileDialog>
-#include <QSaveFile>
 #include <QVBoxLayout>
 
 #include <utility>
@@ -26,8 +24,9 @@ constexpr int kFadeMs = 200;
 
 } // namespace
 
-TimelineView::TimelineView(QWidget* parent)
+TimelineView::TimelineView(UserDefaults& defaults, QWidget* parent)
     : QWidget(parent)
+    , defaults(defaults)
     , section(new Section("时间线", {.panel = withoutPanel(), .emptyHeight = kNothingHeight}))
     , chart(new MarkView("时间线"))
     , foot(new QWidget)
@@ -93,28 +92,15 @@ void TimelineView::toggleHighlight(const QString& appName)
 
 void TimelineView::exportCSV()
 {
-    // Made before the dialogue opens: the file shows the day as it was at the press.
-    const std::string text = generateCSV(timeline);
-    // The window's own: the day is written also if another page is opened meanwhile.
-    auto* dialog = new QFileDialog(window(), "导出时间线数据");
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setAcceptMode(QFileDialog::AcceptSave);
-    dialog->setMimeTypeFilters({"text/csv"});
-    dialog->setDefaultSuffix("csv");
-    dialog->selectFile("Quillbrook-timeline.csv");
-    connect(dialog, &QFileDialog::fileSelected, dialog,
-        [text](const QString& path) { writeTextFile(path, text); });
-    dialog->open();
-}
-
-void writeTextFile(const QString& path, const std::string& text)
-{
-    const UsualFileModes usual;
-    QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write(text.data(), static_cast<qint64>(text.size()));
-        file.commit();
-    }
+    // The day as it is at the press; and the window's own dialogue, so that it is written also if
+    // another page is opened meanwhile.
+    offerToSave(window(),
+        {.title = "导出时间线数据",
+            .mimeType = "text/csv",
+            .suffix = "csv",
+            .name = "Quillbrook-timeline.csv",
+            .bytes = QByteArray::fromStdString(generateCSV(timeline))},
+        defaults);
 }
 
 } // namespace quillbrook

@@ -5,7 +5,6 @@
 #include <QVariantAnimation>
 #include <QWidget>
 
-#include <string>
 #include <vector>
 
 namespace quillbrook {
@@ -13,13 +12,15 @@ namespace quillbrook {
 class Legend;
 class MarkView;
 class Section;
+class UserDefaults;
 
 /// The day hour by hour with its legend, and its export as a CSV file.
 class TimelineView final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit TimelineView(QWidget* parent = nullptr);
+    /// `defaults` keeps the folder of the last export.
+    explicit TimelineView(UserDefaults& defaults, QWidget* parent = nullptr);
 
     void setTimeline(const std::vector<HourlyTimelineEntry>& timeline);
 
@@ -30,6 +31,7 @@ private:
     void showChart();
     void toggleHighlight(const QString& appName);
 
+    UserDefaults& defaults;
     std::vector<HourlyTimelineEntry> timeline{};
     TimelineHighlight highlight{};
     QVariantAnimation fade{}; // from one highlight to the next
@@ -38,8 +40,5 @@ private:
     QWidget* foot;
     Legend* legend;
 };
-
-/// Writes `text` to a file as a whole or not at all; a failure has no effect.
-void writeTextFile(const QString& path, const std::string& text);
 
 } // namespace quillbrook

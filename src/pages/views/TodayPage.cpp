@@ -3,6 +3,7 @@
 #include "pages/kit/Motto.h"
 #include "pages/views/TimelineView.h"
 #include "pages/views/TodayOverviewView.h"
+#include "platform/Platform.h"
 
 #include <QVBoxLayout>
 
@@ -11,7 +12,7 @@ namespace quillbrook {
 TodayPage::TodayPage(const PageTools& tools, QWidget* parent)
     : Page({.around = 24, .between = 20}, parent)
     , overview(new TodayOverviewView(tools.provider))
-    , timeline(new TimelineView)
+    , timeline(new TimelineView(tools.platform.userDefaults))
 {
     overview->hide();
     column()->addWidget(overview);

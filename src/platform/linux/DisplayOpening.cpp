@@ -1,5 +1,6 @@
 #include "platform/linux/DisplayOpening.h"
 
+#include "platform/linux/LinuxConfinement.h"
 #include "platform/linux/words/Notice.h"
 #include "platform/linux/words/OutsideName.h"
 
@@ -35,6 +36,7 @@ void hold(QtMsgType type, const QMessageLogContext&, const QString& text)
     const std::string libraryWords = outsideName(heldErrors->take());
     notice("没有可用的显示，无法启动，什么都不记录: " + reason
         + (libraryWords.empty() ? "" : "（" + libraryWords + "）"));
+    leaveNoEmptyDirectory();
     std::_Exit(EXIT_FAILURE);
 }
 

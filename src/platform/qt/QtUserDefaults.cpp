@@ -1,5 +1,6 @@
 #include "platform/qt/QtUserDefaults.h"
 
+#include "base/OlderThread.h"
 #include "base/WholeNumber.h"
 #include "platform/qt/QtText.h"
 
@@ -59,7 +60,7 @@ std::filesystem::path QtUserDefaults::directory() const
 void QtUserDefaults::set(std::string_view key, const QVariant& value)
 {
     settings.setValue(toQString(key), value);
-    settings.sync(); // a crash must not lose it
+    onOlderThread([this] { settings.sync(); }); // a crash must not lose it
 }
 
 } // namespace quillbrook

@@ -1,6 +1,7 @@
 #include "platform/linux/applications/AutostartLoginItem.h"
 
 #include "base/AtomicFile.h"
+#include "base/OlderThread.h"
 #include "platform/linux/applications/DesktopEntry.h"
 
 #include <unistd.h>
@@ -143,7 +144,7 @@ std::optional<LoginItemFailure> AutostartLoginItem::disable()
         return writeUserEntry("[Desktop Entry]\nType=Application\nName=Quillbrook\nHidden=true\n");
     }
     std::error_code failure;
-    fs::remove(userEntry, failure);
+    onOlderThread([&] { fs::remove(userEntry, failure); });
     return failure ? std::optional(LoginItemFailure{userEntry.string() + ": " + failure.message()})
                    : std::nullopt;
 }
@@ -151,7 +152,7 @@ std::optional<LoginItemFailure> AutostartLoginItem::disable()
 std::optional<LoginItemFailure> AutostartLoginItem::writeUserEntry(const std::string& text) const
 {
     std::error_code failure;
-    fs::create_directories(userEntry.parent_path(), failure);
+    onOlderThread([&] { fs::create_directories(userEntry.parent_path(), failure); });
     if (failure) {
         return LoginItemFailure{userEntry.parent_path().string() + ": " + failure.message()};
     }

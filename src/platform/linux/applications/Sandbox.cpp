@@ -1,5 +1,6 @@
 #include "platform/linux/applications/Sandbox.h"
 
+#include "base/OlderThread.h"
 #include "base/Text.h"
 
 #include <fcntl.h>
@@ -66,7 +67,9 @@ std::string sandboxIdOf(pid_t process)
 {
     const std::string folder = "/proc/" + std::to_string(process);
     // A Flatpak sees at its root who it is; no other program has this file there.
-    std::string id = flatpakIdIn(beginningOf(folder + "/root/.flatpak-info"));
+    std::string info;
+    onOlderThread([&] { info = beginningOf(folder + "/root/.flatpak-info"); });
+    std::string id = flatpakIdIn(info);
     return id.empty() ? snapIdIn(beginningOf(folder + "/cgroup")) : id;
 }
 

@@ -1,5 +1,7 @@
 #include "platform/linux/proc/Processes.h"
 
+#include "base/OlderThread.h"
+
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -56,8 +58,11 @@ std::vector<pid_t> runningProcesses()
 
 std::string executableOf(pid_t process)
 {
-    std::error_code failure;
-    std::string path = fs::read_symlink(directoryOf(process) / "exe", failure).string();
+    std::string path;
+    onOlderThread([&] {
+        std::error_code failure;
+        path = fs::read_symlink(directoryOf(process) / "exe", failure).string();
+    });
     constexpr std::string_view kDeleted = " (deleted)";
     if (path.ends_with(kDeleted)) {
         path.resize(path.size() - kDeleted.size());
@@ -82,11 +87,15 @@ int instancesOfThisProgram()
     const std::string executable = executableOf(getpid());
     const std::string loginSession = loginSessionOf(getpid());
     const auto processes = runningProcesses();
-    const auto others = std::ranges::count_if(processes, [&](pid_t process) {
+    const auto isAnother = [&](pid_t process) {
         return process != getpid() && isOurs(process) && executableOf(process) == executable
             && loginSessionOf(process) == loginSession;
+    };
+    int count = 1;
+    onOlderThread([&] { // once for all of them
+        count += static_cast<int>(std::ranges::count_if(processes, isAnother));
     });
-    return static_cast<int>(others) + 1;
+    return count;
 }
 
 } // namespace quillbrook

@@ -1,5 +1,6 @@
 #include "platform/linux/shells/KWinScript.h"
 
+#include "base/OlderThread.h"
 #include "platform/linux/bus/Bus.h"
 #include "platform/linux/bus/Calls.h"
 #include "platform/linux/words/Notice.h"
@@ -65,6 +66,7 @@ KWinScript::~KWinScript()
     for (const auto& [name, file] : files) {
         sessionBus.connection().send(call("unloadScript", {name}));
     }
+    onOlderThread([this] { files.clear(); });
 }
 
 bool KWinScript::focusOwnWindow()
@@ -106,18 +108,31 @@ void KWinScript::ownerChanged(const QString& owner)
 
 void KWinScript::run(const QString& name, const QString& text)
 {
-    // KWin reads it when it comes to it.
-    auto file = std::make_unique<QTemporaryFile>(
-        QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation)
-        + QStringLiteral("/quillbrook-XXXXXX.js"));
-    if (!file->open() || file->write(text.toUtf8()) < 0 || !file->flush()) {
+    if (!keep(name, text)) {
         notice("无法为 KWin 写下脚本，不能与它对话");
         return;
     }
-    files[name] = std::move(file);
     // The same of before, maybe of a program of ours that ended badly, has to make room.
     callLater(sessionBus.connection(), call("unloadScript", {name}), this,
         [this, name](const QDBusMessage&) { load(name); });
+}
+
+/// Writes the script to a file of its own, as KWin reads it when it comes to it.
+bool KWinScript::keep(const QString& name, const QString& text)
+{
+    const QString pattern = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation)
+        + QStringLiteral("/quillbrook-XXXXXX.js");
+    bool isWritten = false;
+    onOlderThread([&] {
+        auto file = std::make_unique<QTemporaryFile>(pattern);
+        // It has a place in the folder only when its name is asked for.
+        isWritten = file->open() && !file->fileName().isEmpty() && file->write(text.toUtf8()) >= 0
+            && file->flush();
+        if (isWritten) {
+            files[name] = std::move(file);
+        }
+    });
+    return isWritten;
 }
 
 void KWinScript::load(const QString& name)

@@ -40,6 +40,7 @@ private:
     void setUp(const QDBusConnection& bus);
     void ownerChanged(const QString& owner);
     void run(const QString& name, const QString& text);
+    bool keep(const QString& name, const QString& text);
     void load(const QString& name);
     QDBusMessage call(const char* member, const QVariantList& arguments = {}) const;
 
@@ -47,7 +48,8 @@ private:
     ReportedFront reports;
     QDBusServiceWatcher watcher{};
     bool isThere = false;
-    std::map<QString, std::unique_ptr<QTemporaryFile>> files{}; // by the names of their scripts
+    // By the names of their scripts; made, replaced and removed on the older thread.
+    std::map<QString, std::unique_ptr<QTemporaryFile>> files{};
 };
 
 } // namespace quillbrook

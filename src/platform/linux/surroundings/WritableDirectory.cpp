@@ -1,5 +1,6 @@
 #include "platform/linux/surroundings/WritableDirectory.h"
 
+#include "base/OlderThread.h"
 #include "base/Text.h"
 #include "platform/linux/words/Notice.h"
 #include "platform/linux/words/OutsideName.h"
@@ -44,7 +45,9 @@ std::error_code trialFault(const fs::path& directory)
 
 void tellFault(std::string_view what, const fs::path& directory, std::string_view loss)
 {
-    if (const auto fault = writingFault(directory)) {
+    std::error_code fault;
+    onOlderThread([&] { fault = writingFault(directory); });
+    if (fault) {
         notice(filled("{}不能写入（{}），{}: {}",
             {what, fault.message(), loss, outsideName(directory.string())}));
     }

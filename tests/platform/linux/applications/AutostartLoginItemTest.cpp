@@ -1,4 +1,5 @@
 #include "platform/linux/applications/AutostartLoginItem.h"
+#include "support/Bound.h"
 #include "support/TemporaryDirectory.h"
 
 #include <gmock/gmock.h>
@@ -46,6 +47,19 @@ protected:
 
 TEST_F(AutostartLoginItemTest, IsOffWithoutAnEntry)
 {
+    EXPECT_FALSE(item().isEnabled());
+}
+
+TEST_F(AutostartLoginItemTest, IsSwitchedByAProcessThatMayWriteInItsDataDirectoryAlone)
+{
+    const fs::path data = directory.path() / "data";
+    fs::create_directory(data);
+    if (!canRefuseWriting()) {
+        GTEST_SKIP() << "the kernel has no Landlock";
+    }
+    EXPECT_EQ(inBoundChild(data, [this] { return item().enable() ? 1 : 0; }), 0);
+    EXPECT_TRUE(item().isEnabled());
+    EXPECT_EQ(inBoundChild(data, [this] { return item().disable() ? 1 : 0; }), 0);
     EXPECT_FALSE(item().isEnabled());
 }
 

@@ -1,8 +1,16 @@
 #include "platform/linux/applications/Sandbox.h"
 
+#include "support/Bound.h"
+#include "support/TemporaryDirectory.h"
+
 #include <gtest/gtest.h>
 
+#include <sched.h>
+#include <sys/wait.h>
 #include <unistd.h>
+
+#include <csignal>
+#include <fstream>
 
 namespace quillbrook {
 namespace {
@@ -35,6 +43,31 @@ TEST(Sandbox, OrdinaryProcessesAreInNone)
 {
     EXPECT_EQ(sandboxIdOf(getpid()), "");
     EXPECT_EQ(sandboxIdOf(0), "");
+}
+
+TEST(Sandbox, IsFoundOutByABoundProcess)
+{
+    const TemporaryDirectory root;
+    std::ofstream(root.path() / ".flatpak-info") << "[Application]\nname=org.example.Paint\n";
+    const pid_t other = fork();
+    if (other == 0) {
+        if (chroot(root.path().c_str()) != 0) {
+            unshare(CLONE_NEWUSER);
+            [[maybe_unused]] const int again = chroot(root.path().c_str());
+        }
+        raise(SIGSTOP);
+        _exit(0);
+    }
+    waitpid(other, nullptr, WUNTRACED);
+    const bool isElsewhere = sandboxIdOf(other) == "org.example.Paint";
+    const int found = inBoundChild(
+        root.path(), [&] { return sandboxIdOf(other) == "org.example.Paint" ? 0 : 1; });
+    kill(other, SIGKILL);
+    waitpid(other, nullptr, 0);
+    if (!isElsewhere || !canRefuseWriting()) {
+        GTEST_SKIP() << "no other root can be had here, or the kernel has no Landlock";
+    }
+    EXPECT_EQ(found, 0);
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #include "platform/linux/confinement/CoreDumps.h"
+#include "support/InChild.h"
 #include "support/TemporaryDirectory.h"
-#include "tests/platform/linux/confinement/InChild.h"
 
 #include <gtest/gtest.h>
 

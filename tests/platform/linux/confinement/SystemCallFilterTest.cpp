@@ -1,5 +1,5 @@
 #include "platform/linux/confinement/SystemCallFilter.h"
-#include "tests/platform/linux/confinement/InChild.h"
+#include "support/InChild.h"
 
 #include <gtest/gtest.h>
 
