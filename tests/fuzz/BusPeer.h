@@ -23,11 +23,10 @@ public:
     BusPeer() : ours(QDBusConnection::connectToPeer(address(), QStringLiteral("fuzz")))
     {
         const int end = socket.accept();
+        const sd_id128_t id
+            = SD_ID128_ARRAY(11, 22, 33, 44, 55, 66, 77, 88, 99, aa, bb, cc, dd, ee, ff, 01);
         require(sd_bus_new(&bus) >= 0 && sd_bus_set_fd(bus, end, end) >= 0
-            && sd_bus_set_server(bus, 1,
-                   SD_ID128_MAKE(11, 22, 33, 44, 55, 66, 77, 88, 99, aa, bb, cc, dd, ee, ff, 01))
-                >= 0
-            && sd_bus_start(bus) >= 0);
+            && sd_bus_set_server(bus, 1, id) >= 0 && sd_bus_start(bus) >= 0);
         while (sd_bus_is_ready(bus) == 0) {
             sd_bus_process(bus, nullptr);
             QCoreApplication::processEvents();
