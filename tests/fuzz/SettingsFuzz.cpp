@@ -18,9 +18,12 @@ public:
     SettingsFile()
     {
         require(mkdtemp(folder.data()) != nullptr);
+        path = folder + "/tarnlow.cn/quillbrook.conf";
         std::filesystem::create_directory(folder + "/tarnlow.cn");
         QSettings::setPath(
             QSettings::NativeFormat, QSettings::UserScope, QString::fromStdString(folder));
+        write("[General]\nbirthYear=1988\n");
+        require(QtUserDefaults().integerForKey("birthYear") == 1988); // what is written is read
     }
 
     ~SettingsFile()
@@ -42,7 +45,7 @@ public:
 
 private:
     std::string folder = std::filesystem::temp_directory_path() / "quillbrook-fuzz-XXXXXX";
-    std::string path = folder + "/tarnlow.cn/quillbrook.conf";
+    std::string path{};
 };
 
 } // namespace
