@@ -106,8 +106,9 @@ public:
     {
         align(sizeof(std::uint32_t));
         std::uint32_t number = 0;
-        const auto part = take(sizeof number);
-        std::memcpy(&number, part.data(), part.size());
+        if (const auto part = take(sizeof number); !part.empty()) {
+            std::memcpy(&number, part.data(), part.size());
+        }
         return number;
     }
 
