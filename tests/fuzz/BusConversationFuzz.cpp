@@ -2,8 +2,10 @@
 #include "tests/fuzz/FuzzInput.h"
 #include "tests/fuzz/FuzzSocket.h"
 
+#include <mutex>
 #include <string>
 #include <thread>
+#include <utility>
 
 namespace quillbrook {
 namespace {
@@ -16,7 +18,7 @@ public:
         std::thread([this] {
             while (true) {
                 const int peer = socket.accept();
-                FuzzSocket::sayAndEnd(peer, words);
+                FuzzSocket::sayAndEnd(peer, latestWords());
                 // Both ends are closed when the other one has said all.
                 char ignored = 0;
                 while (recv(peer, &ignored, 1, 0) > 0) {}
@@ -27,10 +29,23 @@ public:
 
     std::string address() const { return "unix:path=" + socket.path(); }
 
-    std::string words{}; // set while nobody is connected
+    /// To be said to whoever connects from now on. One who has gone may still be spoken to.
+    void setWords(std::string text)
+    {
+        const std::lock_guard lock(mutex);
+        words = std::move(text);
+    }
 
 private:
+    std::string latestWords()
+    {
+        const std::lock_guard lock(mutex);
+        return words;
+    }
+
     FuzzSocket socket{};
+    std::mutex mutex{};
+    std::string words{};
 };
 
 std::string loginAnd(std::string_view messages)
@@ -55,7 +70,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     const bool isLoginSpoken = input.byte() % 2 == 0;
     const auto words = input.takeAll();
-    speaker.words = isLoginSpoken ? std::string(words) : loginAnd(words);
+    speaker.setWords(isLoginSpoken ? std::string(words) : loginAnd(words));
     BusConversation conversation(speaker.address());
     if (conversation.isAnswered()) {
         conversation.answerTo({.service = "a.b", .path = "/", .interface = "c.d", .member = "E"});
