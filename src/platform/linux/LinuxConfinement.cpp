@@ -56,9 +56,11 @@ std::vector<WritablePlace> writablePlaces()
         {.folder = "/dev", .kind = WritablePlace::Kind::existingFiles},
         // Memory that is shared with the sound server has names there.
         {.folder = "/dev/shm"},
-        // GNOME's settings, which a tool is asked for, have their mark of changes there.
-        {.folder = fs::path(environmentValue("XDG_RUNTIME_DIR")) / "dconf"},
     };
+    // GNOME's settings, which a tool is asked for, have their mark of changes there.
+    if (const fs::path runtime = environmentValue("XDG_RUNTIME_DIR"); runtime.is_absolute()) {
+        places.push_back({.folder = runtime / "dconf"});
+    }
     if (const auto data = QtDirectories().dataDirectory()) {
         std::error_code ignored;
         if (fs::create_directories(*data, ignored)) {
